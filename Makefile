@@ -1,0 +1,38 @@
+# Two ways in: `make run` builds the release program and starts it; `make test` builds the
+# sanitizer build and runs every test under a Spanish locale and a far-from-UTC time zone.
+JOBS ?= $(shell nproc)
+RELEASE_DIR := build/release
+TEST_DIR := build/test
+TEST_ENV := LANG=es_ES.UTF-8 LC_ALL=es_ES.UTF-8 TZ=Pacific/Kiritimati QT_QPA_PLATFORM=offscreen \
+	ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 \
+	LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp:print_suppressions=0 \
+	UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+
+.PHONY: run test build release deps screenshots bench clean
+
+deps:
+	@scripts/install-deps
+
+release: deps
+	@cmake -S . -B $(RELEASE_DIR) -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
+	@cmake --build $(RELEASE_DIR) -j $(JOBS)
+
+run: release
+	$(RELEASE_DIR)/src/app/tallora5
+
+build: deps
+	@cmake -S . -B $(TEST_DIR) -G Ninja -DCMAKE_BUILD_TYPE=Debug -DTALLORA_SANITIZE=ON >/dev/null
+	@cmake --build $(TEST_DIR) -j $(JOBS)
+
+test: build
+	cd $(TEST_DIR) && $(TEST_ENV) ctest --output-on-failure -j $(JOBS)
+
+screenshots: release
+	QT_QPA_PLATFORM=offscreen $(RELEASE_DIR)/src/app/tallora5-screenshots build/screenshots
+	@echo "Screenshots in build/screenshots"
+
+bench: release
+	@for b in $(RELEASE_DIR)/bench/bench_*; do echo "== $$b"; $$b; done
+
+clean:
+	rm -rf build

@@ -1,0 +1,35 @@
+#include "context/working_context.h"
+#include "shell/ui/screen_gallery.h"
+
+#include <QImage>
+#include <QSet>
+#include <QWidget>
+#include <QtTest>
+
+using namespace tallora;
+
+class ScreenGalleryTest : public QObject {
+    Q_OBJECT
+private slots:
+    void everyScreenRendersInBothLanguages() {
+        const auto screens = screenGallery();
+        QVERIFY(!screens.empty());
+        QSet<QString> names;
+        for (const auto& screen : screens) {
+            QVERIFY2(!names.contains(screen.name), qPrintable(screen.name));
+            names.insert(screen.name);
+            for (const QString& language : {QStringLiteral("esp"), QStringLiteral("cat")}) {
+                WorkingContext ctx;
+                QVERIFY(ctx.setIdioma(language));
+                auto widget = screen.make(ctx);
+                QVERIFY(widget);
+                widget->show();
+                const QImage image = widget->grab().toImage();
+                QVERIFY2(image.width() > 200 && image.height() > 100, qPrintable(screen.name));
+            }
+        }
+    }
+};
+
+QTEST_MAIN(ScreenGalleryTest)
+#include "screen_gallery_test.moc"
