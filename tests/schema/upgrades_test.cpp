@@ -203,3 +203,23 @@ TEST(Schema, TreasurySetUpShowsItsFirstFailureAndStops) {
     EXPECT_TRUE(dialogs.lastText().contains("gest.mdb"));
     EXPECT_FALSE(QFile::exists(f.exercise + db::Comptes)) << "nothing after the failure ran";
 }
+
+TEST(Schema, TextFieldsWithoutZeroLengthRefuseAnEmptyText) {
+    ExerciseFixture f;
+    createEverything(f);
+    const struct {
+        QString file, table, field;
+    } cases[] = {{f.exercise + db::FrasOut, "FrasOut", "NomClient"},
+                 {f.exercise + db::FrasIn, "FrasIN", "Periode"},
+                 {f.exercise + db::Tesorer, "entidades", "entidad"},
+                 {f.exercise + db::Llibre, "Diari", "Debe_Haber"}};
+    for (const auto& c : cases) {
+        store::Database d = store::Database::open(c.file);
+        try {
+            d.execute(QStringLiteral("insert into %1 (%2) values ('')").arg(c.table, c.field));
+            ADD_FAILURE() << c.field.toStdString() << " took an empty text";
+        } catch (const store::StoreError& e) {
+            EXPECT_TRUE(e.message().contains(c.table + u'.' + c.field)) << e.message().toStdString();
+        }
+    }
+}
