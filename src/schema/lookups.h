@@ -14,6 +14,7 @@
 // Failures: the look-ups by number and the two invoice tests have no trap of their own; a
 // database that cannot be opened, or a table or field that is not there, raises
 // store::StoreError to the caller. Verifica_NomCompte traps its own (see there).
+#include "context/fwd.h"
 #include "context/money.h"
 
 #include <QString>
@@ -21,10 +22,6 @@
 #include <cstdint>
 #include <optional>
 
-namespace tallora {
-class Dialogs;
-class WorkingContext;
-}  // namespace tallora
 
 namespace tallora::schema {
 

@@ -1,13 +1,11 @@
 #pragma once
 // Repair and compaction of the databases of the open exercise and its company, the safety
 // copy taken when an exercise opens, and the removal of a whole folder.
+#include "context/fwd.h"
+
 #include <QDate>
 #include <QString>
 
-namespace tallora {
-class Dialogs;
-class WorkingContext;
-}  // namespace tallora
 
 namespace tallora::schema {
 

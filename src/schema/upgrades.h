@@ -3,12 +3,10 @@
 //
 // There is no version number anywhere: every step looks at the database itself and does
 // nothing when what it would add is there, so the whole driver runs at each opening.
+#include "context/fwd.h"
+
 #include <QString>
 
-namespace tallora {
-class Dialogs;
-class WorkingContext;
-}  // namespace tallora
 
 namespace tallora::schema {
 
