@@ -25,27 +25,30 @@ void ignoringErrors(Step&& step) {
     }
 }
 
+// Opens an existing database once and runs `step` for each item, each with errors ignored.
+template <typename Step>
+void forEachIgnoringErrors(const QString& path, const QStringList& items, Step&& step) {
+    ignoringErrors([&] {
+        Database d = Database::open(path);
+        for (const QString& item : items) ignoringErrors([&] { step(d, item); });
+    });
+}
+
 // Adds each field that is missing, each one on its own, errors ignored.
 void addFields(const QString& path, const QString& database, const QString& table,
                const QStringList& fields) {
-    for (const QString& field : fields) {
-        ignoringErrors([&] {
-            Database d = Database::open(path);
-            if (!store::fieldExists(d, table, field))
-                store::addField(d, table, TableCatalog::builtIn().field(database, table, field));
-        });
-    }
+    forEachIgnoringErrors(path, fields, [&](Database& d, const QString& field) {
+        if (!store::fieldExists(d, table, field))
+            store::addField(d, table, TableCatalog::builtIn().field(database, table, field));
+    });
 }
 
 // Creates each table that is missing in an existing database, errors ignored.
 void addTables(const QString& path, const QString& database, const QStringList& tables) {
-    for (const QString& table : tables) {
-        ignoringErrors([&] {
-            Database d = Database::open(path);
-            if (!store::tableExists(d, table))
-                store::createTable(d, TableCatalog::builtIn().creationDef(database, table));
-        });
-    }
+    forEachIgnoringErrors(path, tables, [&](Database& d, const QString& table) {
+        if (!store::tableExists(d, table))
+            store::createTable(d, TableCatalog::builtIn().creationDef(database, table));
+    });
 }
 
 QString companyFolder(const WorkingContext& ctx) { return ctx.companyFile(QString()); }

@@ -86,6 +86,20 @@ using LookupByNumber = LookupTest;
 using LookupDuplicateInvoice = LookupTest;
 using LookupAccountName = LookupTest;
 
+// Every look-up by number gives its empty result for `number`.
+void expectEveryLookUpEmpty(const WorkingContext& ctx, const QString& number) {
+    SCOPED_TRACE(number.toStdString());
+    EXPECT_TRUE(Nom_Client(ctx, number).isEmpty());
+    EXPECT_TRUE(NIF_Client(ctx, number).isEmpty());
+    EXPECT_EQ(Saldo_Client(ctx, number), Money());
+    EXPECT_TRUE(Nom_Proveidor(ctx, number).isEmpty());
+    EXPECT_TRUE(NIF_Proveidor(ctx, number).isEmpty());
+    EXPECT_TRUE(Nom_Entitat(ctx, number).isEmpty());
+    EXPECT_EQ(Saldo_Entitat(ctx, number), Money());
+    EXPECT_TRUE(Nom_CompteOtras(ctx, number).isEmpty());
+    EXPECT_EQ(Grup_CompteOtras(ctx, number), std::nullopt);
+}
+
 }  // namespace
 
 // --- Look-ups by number ---------------------------------------------------------------------
@@ -147,32 +161,14 @@ TEST_F(LookupByNumber, UnknownNumberGivesAnEmptyResultAndZeroForTheBalances) {
     addProveidor("Dos", "B2");
     addEntitat("Tres", "30");
     addOtra(170, "Cuatro");
-    const QString unknown = "9999";
-    EXPECT_TRUE(Nom_Client(f.ctx, unknown).isEmpty());
-    EXPECT_TRUE(NIF_Client(f.ctx, unknown).isEmpty());
-    EXPECT_EQ(Saldo_Client(f.ctx, unknown), Money());
-    EXPECT_TRUE(Nom_Proveidor(f.ctx, unknown).isEmpty());
-    EXPECT_TRUE(NIF_Proveidor(f.ctx, unknown).isEmpty());
-    EXPECT_TRUE(Nom_Entitat(f.ctx, unknown).isEmpty());
-    EXPECT_EQ(Saldo_Entitat(f.ctx, unknown), Money());
-    EXPECT_TRUE(Nom_CompteOtras(f.ctx, unknown).isEmpty());
-    EXPECT_EQ(Grup_CompteOtras(f.ctx, unknown), std::nullopt);
+    expectEveryLookUpEmpty(f.ctx, "9999");
 }
 
 TEST_F(LookupByNumber, EmptyArgumentRunsNoStatementAndGivesAnEmptyResult) {
     // With no database at all, any statement would raise; an empty argument must not try.
     removeDatabases();
-    for (const QString& empty : {QString(), QString(""), QString("  ")}) {
-        EXPECT_TRUE(Nom_Client(f.ctx, empty).isEmpty());
-        EXPECT_TRUE(NIF_Client(f.ctx, empty).isEmpty());
-        EXPECT_EQ(Saldo_Client(f.ctx, empty), Money());
-        EXPECT_TRUE(Nom_Proveidor(f.ctx, empty).isEmpty());
-        EXPECT_TRUE(NIF_Proveidor(f.ctx, empty).isEmpty());
-        EXPECT_TRUE(Nom_Entitat(f.ctx, empty).isEmpty());
-        EXPECT_EQ(Saldo_Entitat(f.ctx, empty), Money());
-        EXPECT_TRUE(Nom_CompteOtras(f.ctx, empty).isEmpty());
-        EXPECT_EQ(Grup_CompteOtras(f.ctx, empty), std::nullopt);
-    }
+    for (const QString& empty : {QString(), QString(""), QString("  ")})
+        expectEveryLookUpEmpty(f.ctx, empty);
 }
 
 TEST_F(LookupByNumber, MissingDatabaseRaisesTheErrorToTheCaller) {
