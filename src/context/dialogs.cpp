@@ -7,6 +7,7 @@ namespace tallora {
 void ScriptedDialogs::clear() {
     answers_.clear();
     shown_.clear();
+    beeps_ = 0;
 }
 
 void ScriptedDialogs::information(const QString& text, const QString& title) {

@@ -23,6 +23,8 @@ public:
     // OK and Cancel; Ok or Cancel.
     virtual Answer okCancel(const QString& text, const QString& title = {},
                             Icon icon = Icon::Question) = 0;
+    // The warning sound that goes with a refused key or a refusal.
+    virtual void beep() = 0;
 };
 
 // For tests: answers come from a queue filled beforehand; every box is recorded.
@@ -49,11 +51,14 @@ public:
     Answer yesNo(const QString& text, const QString& title = {}) override;
     Answer okCancel(const QString& text, const QString& title = {},
                     Icon icon = Icon::Question) override;
+    void beep() override { ++beeps_; }
+    int beeps() const { return beeps_; }
 
 private:
     Answer take(const QString& text, Answer first, Answer second);
     std::deque<Answer> answers_;
     std::vector<Shown> shown_;
+    int beeps_ = 0;
 };
 
 }  // namespace tallora

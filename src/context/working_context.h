@@ -43,6 +43,17 @@ public:
     std::array<QString, 3> TipusREText;
     std::array<QString, 4> TipusIVAsText;
 
+    // The month lock of the open exercise, January first: 1 locked, 0 open. Loaded with the
+    // exercise and saved by the month-lock screen; posting screens consult it.
+    std::array<int, 12> chkmesos{};
+
+    // Installation values the shell reads at its start.
+    bool PantallaMax = false;   // working screens maximised
+    bool Missatgeria = true;    // on-line news wanted (stored only)
+    bool DocsGenerar = false;   // billing documents generated from sales
+    bool DocsFactura = true;
+    int MargeEsquerre = 0, MargeDret = 0, MargeSuperior = 0, MargeInferior = 0;
+
     // Folders of the installation: the writable program folder (settings files, cfg.mdb,
     // working copies of the templates) and the read-only installed resources.
     QString programDir;

@@ -1,5 +1,6 @@
 #include "qt_dialogs.h"
 
+#include <QApplication>
 #include <QMessageBox>
 
 namespace tallora {
@@ -50,5 +51,7 @@ Dialogs::Answer QtDialogs::okCancel(const QString& text, const QString& title, I
                       QMessageBox::Ok);
     return r == QMessageBox::Ok ? Answer::Ok : Answer::Cancel;
 }
+
+void QtDialogs::beep() { QApplication::beep(); }
 
 }  // namespace tallora

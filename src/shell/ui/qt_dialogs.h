@@ -17,6 +17,7 @@ public:
     Answer yesNo(const QString& text, const QString& title = {}) override;
     Answer okCancel(const QString& text, const QString& title = {},
                     Icon icon = Icon::Question) override;
+    void beep() override;
 
 private:
     QString titleOr(const QString& title) const;

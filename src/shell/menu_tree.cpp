@@ -1,0 +1,131 @@
+#include "menu_tree.h"
+
+#include "context/messages.h"
+#include "context/working_context.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace tallora::shell {
+namespace {
+
+using Kind = MenuEntry::Kind;
+
+MenuEntry menu(const char* name, int caption) { return {Kind::Menu, name, {}, caption, {}, true}; }
+MenuEntry item(const char* parent, const char* name, int caption, bool built = false) {
+    return {Kind::Item, name, parent, caption, {}, built};
+}
+MenuEntry fixed(const char* parent, const char* name, const char* caption, bool built) {
+    return {Kind::Item, name, parent, 0, QString::fromUtf8(caption), built};
+}
+MenuEntry separator(const char* parent, const char* name) {
+    return {Kind::Separator, name, parent, 0, {}, true};
+}
+
+}  // namespace
+
+const std::vector<MenuEntry>& menuTree() {
+    static const std::vector<MenuEntry> entries{
+        menu("Mnu1", 201),
+        item("Mnu1", "empresa", 202, true),
+        item("Mnu1", "Nova", 203, true),
+        separator("Mnu1", "sss"),
+        item("Mnu1", "mnuEditarEmpresa", 6762),
+        item("Mnu1", "mnubloc", 205, true),
+        separator("Mnu1", "s4"),
+        fixed("Mnu1", "mnuimportar", "Importar / Exportar", false),
+        separator("Mnu1", "ssss"),
+        item("Mnu1", "mnuConfiguracio", 208, true),
+        item("Mnu1", "mnuAsistente", 6951),
+        separator("Mnu1", "mnusepa"),
+        item("Mnu1", "mnuRepara", 6763, true),
+        item("Mnu1", "mnuCompactar", 6764, true),
+        separator("Mnu1", "mnutt"),
+        item("Mnu1", "sortir", 227, true),
+
+        menu("Mnu2", 209),
+        item("Mnu2", "Clients", 210),
+        item("Mnu2", "Proveidorsbd", 211),
+        separator("Mnu2", "sepbbdd"),
+        item("Mnu2", "Comptesbd", 212),
+        separator("Mnu2", "msn"),
+        item("Mnu2", "mnu_contrapartidas", 6648),
+        separator("Mnu2", "SSE"),
+        item("Mnu2", "mnuReferencias", 7006),
+
+        menu("Mnu3", 213),
+        item("Mnu3", "frasemes", 214),
+        item("Mnu3", "frasreb", 215),
+        separator("Mnu3", "s6"),
+        item("Mnu3", "MnuSuplidos", 6503),
+        separator("Mnu3", "mns2"),
+        item("Mnu3", "mnu_movimientos", 6650),
+
+        menu("Mnu4", 216),
+        item("Mnu4", "consing", 217),
+        item("Mnu4", "consdes", 218),
+        separator("Mnu4", "mnusepref"),
+        item("Mnu4", "mnuconsSupl", 6505),
+        separator("Mnu4", "s7"),
+        item("Mnu4", "mnuconsPre", 6849),
+        item("Mnu4", "mnuconsPro", 6850),
+        item("Mnu4", "mnuconsBor", 6851),
+        item("Mnu4", "mnuconsAlb", 7017),
+        separator("Mnu4", "mssnu"),
+        item("Mnu4", "mnuConsOtros", 6744),
+
+        menu("mnu_Tesoreria", 6643),
+        item("mnu_Tesoreria", "mnu_cuentas", 6647),
+        item("mnu_Tesoreria", "mnu_extractos", 6651),
+        separator("mnu_Tesoreria", "mnuspe"),
+        item("mnu_Tesoreria", "mnucartera", 6662),
+        separator("mnu_Tesoreria", "s8"),
+        item("mnu_Tesoreria", "mnu_entradas", 6649),
+        item("mnu_Tesoreria", "mnu_salidas", 6652),
+
+        menu("Mnu5", 219),
+        item("Mnu5", "mnullibres", 220),
+
+        menu("Mnu6", 221),
+
+        menu("Mnu7", 222),
+        item("Mnu7", "contingut", 6630, true),
+        separator("Mnu7", "SSEP"),
+        fixed("Mnu7", "Sobreombrelsoft", "Tallora 5 ...", true),
+    };
+    return entries;
+}
+
+const MenuEntry* findMenuEntry(const QString& name) {
+    const auto& entries = menuTree();
+    const auto it = std::find_if(entries.begin(), entries.end(),
+                                 [&](const MenuEntry& e) { return e.name == name; });
+    return it == entries.end() ? nullptr : &*it;
+}
+
+QString menuCaption(const WorkingContext& ctx, const MenuEntry& entry) {
+    return entry.caption ? Missatge(ctx, entry.caption) : entry.fixedCaption;
+}
+
+bool menuEntryVisible(const WorkingContext& ctx, const QString& name) {
+    static const QStringList treasury{"mnu_Tesoreria", "mnu_movimientos", "mnuConsOtros",
+                                      "mnu_contrapartidas", "msn", "mns2", "mssnu"};
+    if (!ctx.Tesoreria && treasury.contains(name)) return false;
+    if (ctx.ModeExercici == QStringLiteral("TICKETS") && name == QStringLiteral("Clients"))
+        return false;
+    return true;
+}
+
+const std::vector<ToolButton>& toolBar() {
+    static const std::vector<ToolButton> buttons{
+        {1, "Clients", 228, "Clients"},   {2, "Proveidors", 229, "Proveidorsbd"},
+        {3, "Comptes", 230, "Comptesbd"}, {4, {}, 0, {}},
+        {5, "Despeses", 231, "frasreb"},  {6, {}, 0, {}},
+        {7, "Vendes", 232, "frasemes"},   {8, {}, 0, {}},
+        {9, "Ayuda", 233, {}},
+    };
+    return buttons;
+}
+
+}  // namespace tallora::shell
