@@ -1,49 +1,53 @@
 #include "form_mdi.h"
 
+#include "blockmes.h"
+#include "context/dialogs.h"
+#include "context/messages.h"
 #include "context/program.h"
 #include "context/working_context.h"
+#include "form_configuracio.h"
+#include "obre_ajuda.h"
+#include "schema/maintenance.h"
+#include "shell/menu_tree.h"
+#include "shell/settings_files.h"
+#include "shell/startup.h"
 
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFile>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QScreen>
 #include <QStatusBar>
+#include <QToolBar>
 #include <QVBoxLayout>
 
 namespace tallora {
+namespace {
 
-FormMDI::FormMDI(WorkingContext& ctx, QWidget* parent)
-    : QMainWindow(parent), ctx_(ctx), mdi_(new QMdiArea(this)) {
+bool ticketsMode(const WorkingContext& ctx) { return ctx.ModeExercici == QStringLiteral("TICKETS"); }
+
+}  // namespace
+
+FormMDI::FormMDI(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
+    : QMainWindow(parent), ctx_(ctx), dialogs_(dialogs), mdi_(new QMdiArea(this)) {
     setObjectName(QStringLiteral("FormMDI"));
     setWindowTitle(programName());
+    const bool pantallaKnown = shell::Inicia_MDI(ctx_, &dialogs_);
+    if (!pantallaKnown) {
+        const QScreen* screen = QGuiApplication::primaryScreen();
+        ctx_.PantallaMax = shell::pantallaMaxForHeight(screen ? screen->geometry().height() : 0);
+    }
     mdi_->setObjectName(QStringLiteral("MDIArea"));
     mdi_->setBackground(QColor(0x5A, 0x6E, 0x82));
-
-    // The band over the working area names the open company, or the program before one is open.
-    auto* band = new QFrame(this);
-    band->setObjectName(QStringLiteral("Band"));
-    band->setStyleSheet(QStringLiteral("#Band { background: #1F3A56; } QLabel { color: white; }"));
-    lblEmpresa_ = new QLabel(ctx_.EmpresaNom.isEmpty() ? programName() : ctx_.EmpresaNom, band);
-    lblEmpresa_->setObjectName(QStringLiteral("lblEmpresa"));
-    QFont bandFont = lblEmpresa_->font();
-    bandFont.setPointSizeF(bandFont.pointSizeF() * 1.5);
-    bandFont.setBold(true);
-    lblEmpresa_->setFont(bandFont);
-    auto* version = new QLabel(programVersion(), band);
-    version->setObjectName(QStringLiteral("lblVersion"));
-    auto* bandLayout = new QHBoxLayout(band);
-    bandLayout->setContentsMargins(16, 10, 16, 10);
-    bandLayout->addWidget(lblEmpresa_);
-    bandLayout->addStretch();
-    bandLayout->addWidget(version);
-
-    auto* central = new QWidget(this);
-    auto* layout = new QVBoxLayout(central);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(band);
-    layout->addWidget(mdi_, 1);
-    setCentralWidget(central);
+    buildBand();
+    buildMenus();
+    buildToolBar();
 
     QStatusBar* barra = statusBar();
     barra->setObjectName(QStringLiteral("Barra"));
@@ -55,9 +59,202 @@ FormMDI::FormMDI(WorkingContext& ctx, QWidget* parent)
         barra->addPermanentWidget(panels_[i], i == 1 ? 1 : 0);
     }
     panels_[2]->setText(ctx_.Exercici);
+
+    // The month lock lives hidden for as long as the shell: its boxes are the lock.
+    blockmes_ = new blockmes(ctx_, dialogs_);
+    blockmesWindow_ = mdi_->addSubWindow(blockmes_);
+    blockmesWindow_->setAttribute(Qt::WA_DeleteOnClose, false);
+    blockmesWindow_->hide();
+    connect(blockmes_, &blockmes::hideRequested, blockmesWindow_, &QWidget::hide);
     resize(1024, 700);
+    applyScreenMode();
+}
+
+void FormMDI::buildBand() {
+    auto* band = new QFrame(this);
+    band->setObjectName(QStringLiteral("Band"));
+    band->setStyleSheet(QStringLiteral("#Band { background: #1F3A56; } QLabel { color: white; }"));
+    const QString company = ctx_.EmpresaNom.isEmpty() ? programName() : ctx_.EmpresaNom;
+    lblEmpresa_ = new QLabel(ticketsMode(ctx_) ? Missatge(ctx_, 6629) + company : company, band);
+    lblEmpresa_->setObjectName(QStringLiteral("lblEmpresa"));
+    QFont bandFont = lblEmpresa_->font();
+    bandFont.setPointSizeF(bandFont.pointSizeF() * 1.5);
+    bandFont.setBold(true);
+    lblEmpresa_->setFont(bandFont);
+    auto* Label1 = new QLabel(programName() + QStringLiteral(" ") + programVersion(), band);
+    Label1->setObjectName(QStringLiteral("Label1"));
+    auto* bandLayout = new QHBoxLayout(band);
+    bandLayout->setContentsMargins(16, 10, 16, 10);
+    bandLayout->addWidget(lblEmpresa_);
+    bandLayout->addStretch();
+    bandLayout->addWidget(Label1);
+
+    auto* central = new QWidget(this);
+    auto* layout = new QVBoxLayout(central);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(band);
+    layout->addWidget(mdi_, 1);
+    setCentralWidget(central);
+}
+
+void FormMDI::buildMenus() {
+    QHash<QString, QMenu*> menus;
+    for (const auto& entry : shell::menuTree()) {
+        QAction* action = nullptr;
+        if (entry.kind == shell::MenuEntry::Kind::Menu) {
+            QMenu* menu = menuBar()->addMenu(shell::menuCaption(ctx_, entry));
+            menu->setObjectName(entry.name);
+            menus.insert(entry.name, menu);
+            action = menu->menuAction();
+            if (entry.name == QStringLiteral("Mnu6"))
+                connect(menu, &QMenu::aboutToShow, this, [this, menu] { fillWindowMenu(menu); });
+        } else if (entry.kind == shell::MenuEntry::Kind::Separator) {
+            action = menus.value(entry.menu)->addSeparator();
+        } else {
+            action = menus.value(entry.menu)->addAction(shell::menuCaption(ctx_, entry));
+            action->setEnabled(entry.built);
+            const QString name = entry.name;
+            connect(action, &QAction::triggered, this, [this, name] { runEntry(name); });
+        }
+        action->setObjectName(entry.name);
+        action->setVisible(shell::menuEntryVisible(ctx_, entry.name));
+        actions_.insert(entry.name, action);
+    }
+    actions_.value(QStringLiteral("contingut"))->setShortcut(QKeySequence(Qt::Key_F1));
+}
+
+void FormMDI::buildToolBar() {
+    BarraMDI_ = addToolBar(QStringLiteral("BarraMDI"));
+    BarraMDI_->setObjectName(QStringLiteral("BarraMDI"));
+    BarraMDI_->setMovable(false);
+    BarraMDI_->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    for (const auto& button : shell::toolBar()) {
+        if (button.key.isEmpty()) {
+            BarraMDI_->addSeparator();
+            continue;
+        }
+        QAction* a = BarraMDI_->addAction(Missatge(ctx_, button.caption));
+        a->setObjectName(button.key);
+        const QString entry = button.menuEntry;
+        if (entry.isEmpty()) {
+            connect(a, &QAction::triggered, this, [this] { ui::Obre_Ajuda(ctx_, QStringLiteral("indice")); });
+            continue;
+        }
+        const shell::MenuEntry* menuEntry = shell::findMenuEntry(entry);
+        a->setEnabled(menuEntry && menuEntry->built);
+        a->setVisible(shell::menuEntryVisible(ctx_, entry));
+        connect(a, &QAction::triggered, this, [this, entry] { runEntry(entry); });
+    }
+}
+
+void FormMDI::runEntry(const QString& name) {
+    if (name == QStringLiteral("empresa") || name == QStringLiteral("Nova")) {
+        leave(true);
+    } else if (name == QStringLiteral("sortir")) {
+        leave(false);
+    } else if (name == QStringLiteral("mnubloc")) {
+        showMonthLock();
+    } else if (name == QStringLiteral("mnuConfiguracio")) {
+        openSettings();
+    } else if (name == QStringLiteral("mnuRepara") || name == QStringLiteral("mnuCompactar")) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        if (name == QStringLiteral("mnuRepara"))
+            schema::Repara_Bases(ctx_, dialogs_);
+        else
+            schema::Compacta_Bases(ctx_, dialogs_);
+        QApplication::restoreOverrideCursor();
+    } else if (name == QStringLiteral("contingut")) {
+        ui::Obre_Ajuda(ctx_, QStringLiteral("indice"));
+    } else if (name == QStringLiteral("Sobreombrelsoft")) {
+        QMessageBox::about(this, programName(),
+                           QStringLiteral("%1 %2\n%3").arg(programName(), programVersion(), ctx_.EmpresaNom));
+    }
+}
+
+void FormMDI::showMonthLock() {
+    blockmes_->Carrega();
+    blockmesWindow_->showNormal();
+    mdi_->setActiveSubWindow(blockmesWindow_);
+    Barra_Estat(QString());
+}
+
+void FormMDI::openSettings() {
+    auto* settings = new FormConfiguracio(ctx_, dialogs_, this);
+    settings->setAttribute(Qt::WA_DeleteOnClose);
+    connect(settings, &FormConfiguracio::closeChildrenRequested, this, &FormMDI::Tanca_Filles);
+    connect(settings, &FormConfiguracio::screenModeChanged, this, &FormMDI::applyScreenMode);
+    connect(settings, &FormConfiguracio::backToCompaniesRequested, this, [this, settings] {
+        settings->close();
+        leave(true);
+    });
+    settings->open();
+}
+
+void FormMDI::fillWindowMenu(QMenu* menu) {
+    menu->clear();
+    for (QMdiSubWindow* window : mdi_->subWindowList()) {
+        if (!window->isVisible()) continue;
+        QAction* a = menu->addAction(window->windowTitle());
+        a->setCheckable(true);
+        a->setChecked(window == mdi_->activeSubWindow());
+        connect(a, &QAction::triggered, mdi_, [this, window] { mdi_->setActiveSubWindow(window); });
+    }
+}
+
+void FormMDI::applyScreenMode() {
+    if (ctx_.PantallaMax)
+        setWindowState(windowState() | Qt::WindowMaximized);
+    else
+        setWindowState(windowState() & ~Qt::WindowMaximized);
 }
 
 QLabel* FormMDI::statusPanel(int n) const { return (n >= 1 && n <= 3) ? panels_[n - 1] : nullptr; }
+
+void FormMDI::Barra_Estat(const QString& text) { panels_[1]->setText(text); }
+
+void FormMDI::Activa_BarraMDI(bool enabled) {
+    for (QAction* a : BarraMDI_->actions())
+        if (!a->isSeparator()) a->setEnabled(enabled);
+}
+
+QMdiSubWindow* FormMDI::openChild(QWidget* screen) {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    QMdiSubWindow* window = mdi_->addSubWindow(screen);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    if (ctx_.PantallaMax)
+        window->show();
+    else
+        window->showMaximized();
+    mdi_->setActiveSubWindow(window);
+    Barra_Estat(QString());
+    QApplication::restoreOverrideCursor();
+    return window;
+}
+
+void FormMDI::Tanca_Filles() {
+    const auto windows = mdi_->subWindowList();
+    for (auto it = windows.rbegin(); it != windows.rend(); ++it)
+        if (*it != blockmesWindow_) (*it)->close();
+}
+
+void FormMDI::leave(bool toCompanies) {
+    leaving_ = true;
+    toCompanies_ = toCompanies;
+    close();
+}
+
+void FormMDI::closeEvent(QCloseEvent* event) {
+    if (!leaving_ && dialogs_.yesNo(Missatge(ctx_, 6407)) != Dialogs::Answer::Yes) {
+        event->ignore();
+        return;
+    }
+    leaving_ = false;
+    mdi_->closeAllSubWindows();
+    // Older versions marked an exercise in use with this file; nothing writes it any more.
+    if (!ctx_.Directori.isEmpty()) QFile::remove(ctx_.exerciseFile(settings::names::UsadaCfg));
+    event->accept();
+    emit closed(toCompanies_);
+}
 
 }  // namespace tallora

@@ -1,29 +1,78 @@
 #pragma once
-// The main window: the frame that holds every working screen of an open exercise.
+// The main window of an open exercise: the band with the company, the menus and tool bar,
+// the working area where every screen opens as a child, and the status bar.
 #include <QMainWindow>
 
+#include <QHash>
+
+class QAction;
 class QLabel;
 class QMdiArea;
+class QMdiSubWindow;
+class QMenu;
+class QToolBar;
 
 namespace tallora {
 
+class Dialogs;
 class WorkingContext;
+class blockmes;
 
 class FormMDI : public QMainWindow {
     Q_OBJECT
 public:
-    explicit FormMDI(WorkingContext& ctx, QWidget* parent = nullptr);
+    // Reads the installation settings and prepares the treasury, as the shell's start does.
+    FormMDI(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent = nullptr);
 
     QMdiArea* mdiArea() const { return mdi_; }
     // Panel 1 to 3 of the status bar `Barra`.
     QLabel* statusPanel(int n) const;
     QLabel* lblEmpresa() const { return lblEmpresa_; }
+    QToolBar* BarraMDI() const { return BarraMDI_; }
+    // The menu entry or top menu of that name.
+    QAction* menuAction(const QString& name) const { return actions_.value(name); }
+    blockmes* monthLock() const { return blockmes_; }
+
+    // Panel 2 of the status bar.
+    void Barra_Estat(const QString& text);
+    // Enables or disables every button of the tool bar.
+    void Activa_BarraMDI(bool enabled);
+    // Shows `screen` as a working child: maximised in the classic mode, in front, the
+    // status text emptied.
+    QMdiSubWindow* openChild(QWidget* screen);
+    // Closes every working screen but the month lock (Tanca_Filles).
+    void Tanca_Filles();
+    // Leaves the shell without the question: back to the company list, or out.
+    void leave(bool toCompanies);
+
+signals:
+    // The shell has closed: back to the company list when `toCompanies`, else the program ends.
+    void closed(bool toCompanies);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
 
 private:
+    void buildBand();
+    void buildMenus();
+    void buildToolBar();
+    void runEntry(const QString& name);
+    void showMonthLock();
+    void openSettings();
+    void fillWindowMenu(QMenu* menu);
+    void applyScreenMode();
+
     WorkingContext& ctx_;
+    Dialogs& dialogs_;
     QMdiArea* mdi_;
-    QLabel* lblEmpresa_;
+    QLabel* lblEmpresa_ = nullptr;
     QLabel* panels_[3];
+    QToolBar* BarraMDI_ = nullptr;
+    QHash<QString, QAction*> actions_;
+    blockmes* blockmes_ = nullptr;
+    QMdiSubWindow* blockmesWindow_ = nullptr;
+    bool leaving_ = false;
+    bool toCompanies_ = false;
 };
 
 }  // namespace tallora

@@ -1,5 +1,6 @@
 #pragma once
-// Every screen the program has, built with sample data, for the screenshots program.
+// Every screen the program has, built on a sample installation, for the screenshots
+// program and its test.
 #include <QString>
 
 #include <functional>
@@ -14,6 +15,8 @@ class WorkingContext;
 
 struct GalleryScreen {
     QString name;  // file name stem of its picture
+    // Builds the screen on the sample installation: `ctx` is pointed at it (its language
+    // is kept) and set as the screen needs.
     std::function<std::unique_ptr<QWidget>(WorkingContext&)> make;
 };
 

@@ -1,0 +1,30 @@
+#pragma once
+// Behaviours every input screen shares: Enter moves to the next field and is eaten, a
+// field's back colour follows its focus (Color_Focus), F1 opens the screen's help page,
+// and rate fields take only what a rate can be.
+#include "context/fwd.h"
+
+#include <QList>
+#include <QString>
+
+class QLineEdit;
+class QWidget;
+
+namespace tallora::ui {
+
+// Enter (or the keypad's Enter) in any of `ring` moves the focus to the next one, the last
+// going back to the first.
+void enterMovesAlong(const QList<QWidget*>& ring);
+
+// Pale green while the field has the focus, white otherwise.
+void colourOnFocus(QWidget* field);
+
+// F1 anywhere in `form` opens the help page of `key`.
+void helpOnF1(const WorkingContext& ctx, QWidget* form, const QString& key);
+
+// A rate field: ',' and '.' become the configured decimal mark as they are typed
+// (Tecla_Decimal), a change that is not numeric (Es_Numeric) empties the field, and an
+// empty field becomes "0" when it loses the focus.
+void makeRateField(const WorkingContext& ctx, QLineEdit* field);
+
+}  // namespace tallora::ui

@@ -1,0 +1,202 @@
+#include "form_seleccio.h"
+
+#include "context/dialogs.h"
+#include "context/file_tree.h"
+#include "context/messages.h"
+#include "context/program.h"
+#include "context/working_context.h"
+#include "field_behaviour.h"
+#include "obre_ajuda.h"
+#include "screen_style.h"
+#include "shell/company_list.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFontDatabase>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace tallora {
+namespace {
+
+// Backspace, digits, letters and "-" pass; any other key beeps and is dropped.
+class NifKeys : public QObject {
+public:
+    NifKeys(Dialogs& dialogs, QObject* parent) : QObject(parent), dialogs_(dialogs) {}
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress) return false;
+        const QString text = static_cast<QKeyEvent*>(event)->text();
+        if (text.size() != 1 || !text.at(0).isPrint()) return false;  // editing keys pass
+        const QChar c = text.at(0);
+        if (c.isLetterOrNumber() || c == u'-') return false;
+        dialogs_.beep();
+        return true;
+    }
+
+private:
+    Dialogs& dialogs_;
+};
+
+}  // namespace
+
+FormSeleccio::FormSeleccio(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
+    : QDialog(parent), ctx_(ctx), dialogs_(dialogs) {
+    setObjectName(QStringLiteral("FormSeleccio"));
+    setWindowTitle(programName());
+    const auto m = [&](int n) { return Missatge(ctx_, n); };
+
+    auto* title = ui::bandTitle(m(6), programVersion(), this);
+
+    auto* lblUnitat = new QLabel(m(8), this);
+    txtUnitat_ = new QComboBox(this);
+    txtUnitat_->setObjectName(QStringLiteral("txtUnitat"));
+    QStringList units = availableUnits();
+    if (!units.contains(ctx_.Unitat)) units.prepend(ctx_.Unitat);
+    txtUnitat_->addItems(units);
+    txtUnitat_->setCurrentText(ctx_.Unitat);
+    lblUnitat->setBuddy(txtUnitat_);
+
+    ListEmpreses_ = new QListWidget(this);
+    ListEmpreses_->setObjectName(QStringLiteral("ListEmpreses"));
+    ListEmpreses_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    ListEmpreses_->setMinimumWidth(ListEmpreses_->fontMetrics().horizontalAdvance(QString(56, u'M')));
+    ListEmpreses_->setMinimumHeight(220);
+
+    Toolbar1_ = new QToolBar(this);
+    Toolbar1_->setObjectName(QStringLiteral("Toolbar1"));
+    Toolbar1_->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    ui::addTool(Toolbar1_, QStringLiteral("Nuevo"), m(1), QKeySequence::New, [this] { Nova_Empresa(); });
+    ui::addTool(Toolbar1_, QStringLiteral("Abrir"), m(2), QKeySequence::Open, [this] { Obre_Empresa(); });
+    ui::addTool(Toolbar1_, QStringLiteral("eliminar"), m(3), {}, [this] { Elimina_Empresa(); });
+    ui::addTool(Toolbar1_, QStringLiteral("Ayuda"), m(4), {}, [this] { ui::Obre_Ajuda(ctx_, QStringLiteral("empresas")); });
+    ui::addTool(Toolbar1_, QStringLiteral("Sortir"), m(5), {}, [this] { reject(); });
+
+    PanelDades_ = new QGroupBox(m(16), this);
+    PanelDades_->setObjectName(QStringLiteral("PanelDades"));
+    const auto field = [&](const char* name, int maxLength) {
+        auto* edit = new QLineEdit(PanelDades_);
+        edit->setObjectName(QString::fromLatin1(name));
+        edit->setMaxLength(maxLength);
+        ui::colourOnFocus(edit);
+        return edit;
+    };
+    txtnom_ = field("txtnom", 40);
+    txtDomicili_ = field("txtDomicili", 50);
+    txtpoblacio_ = field("txtpoblacio", 25);
+    txtCP_ = field("txtCP", 5);
+    txtNIF_ = field("txtNIF", 15);
+    txtNIF_->installEventFilter(new NifKeys(dialogs_, txtNIF_));
+    // The apostrophe would break the list file's quoting: it becomes ´ as it is typed.
+    connect(txtnom_, &QLineEdit::textEdited, this, [this](const QString& text) {
+        if (!text.contains(u'\'')) return;
+        const int at = txtnom_->cursorPosition();
+        txtnom_->setText(QString(text).replace(u'\'', QChar(0x00B4)));
+        txtnom_->setCursorPosition(at);
+    });
+    chk_tesoreria_ = new QCheckBox(m(6644), PanelDades_);
+    chk_tesoreria_->setObjectName(QStringLiteral("chk_tesoreria"));
+    auto* form = new QFormLayout;
+    form->addRow(m(13), txtnom_);
+    form->addRow(m(14), txtDomicili_);
+    form->addRow(m(15), txtpoblacio_);
+    form->addRow(QStringLiteral("C.P."), txtCP_);
+    form->addRow(QStringLiteral("NIF"), txtNIF_);
+    form->addRow(QString(), chk_tesoreria_);
+    Toolbar3_ = new QToolBar(PanelDades_);
+    Toolbar3_->setObjectName(QStringLiteral("Toolbar3"));
+    Toolbar3_->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    ui::addTool(Toolbar3_, QStringLiteral("Guardar"), m(17), QKeySequence::Save, [this] { Verifica_Empresa(); });
+    ui::addTool(Toolbar3_, QStringLiteral("Deshacer"), m(19), {}, [this] { Desfes_Empresa(); });
+    ui::addTool(Toolbar3_, QStringLiteral("Ajuda3"), m(18), {}, [this] { ui::Obre_Ajuda(ctx_, QStringLiteral("empresas")); });
+    auto* panelLayout = new QVBoxLayout(PanelDades_);
+    panelLayout->addLayout(form);
+    panelLayout->addWidget(Toolbar3_);
+    PanelDades_->hide();
+    ui::enterMovesAlong({txtnom_, txtDomicili_, txtpoblacio_, txtCP_, txtNIF_});
+
+    auto* unitRow = new QHBoxLayout;
+    unitRow->addWidget(lblUnitat);
+    unitRow->addWidget(txtUnitat_, 1);
+    auto* body = new QVBoxLayout;
+    body->setContentsMargins(12, 8, 12, 12);
+    body->addLayout(unitRow);
+    body->addWidget(ListEmpreses_, 1);
+    body->addWidget(PanelDades_);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(title);
+    layout->addWidget(Toolbar1_);
+    layout->addLayout(body, 1);
+
+    connect(txtUnitat_, &QComboBox::currentTextChanged, this, &FormSeleccio::changeUnit);
+    connect(ListEmpreses_, &QListWidget::itemActivated, this, [this] { Obre_Empresa(); });
+    ui::helpOnF1(ctx_, this, QStringLiteral("empresas"));
+    OMPLE_LLISTA_Empreses();
+}
+
+void FormSeleccio::OMPLE_LLISTA_Empreses() {
+    ListEmpreses_->clear();
+    ListEmpreses_->addItems(shell::OMPLE_LLISTA_Empreses(ctx_.Unitat));
+    if (ListEmpreses_->count() > 0) ListEmpreses_->setCurrentRow(0);
+}
+
+void FormSeleccio::Nova_Empresa() {
+    PanelDades_->show();
+    txtnom_->setFocus();
+}
+
+void FormSeleccio::Desfes_Empresa() {
+    for (QLineEdit* f : {txtnom_, txtDomicili_, txtpoblacio_, txtCP_, txtNIF_}) f->clear();
+    chk_tesoreria_->setChecked(false);
+    PanelDades_->hide();
+    ListEmpreses_->setFocus();
+}
+
+void FormSeleccio::Verifica_Empresa() {
+    shell::NewCompany company{txtnom_->text(), txtDomicili_->text(), txtpoblacio_->text(),
+                              txtCP_->text(), txtNIF_->text(), chk_tesoreria_->isChecked()};
+    const bool saved = shell::Verifica_Empresa(ctx_, dialogs_, ctx_.Unitat, company);
+    txtNIF_->setText(company.nif);
+    if (!saved) return;
+    OMPLE_LLISTA_Empreses();
+    ListEmpreses_->setCurrentRow(ListEmpreses_->count() - 1);
+    Desfes_Empresa();
+}
+
+void FormSeleccio::Elimina_Empresa() {
+    if (shell::Elimina_Empresa(ctx_, dialogs_, ctx_.Unitat, selectedRow())) OMPLE_LLISTA_Empreses();
+}
+
+void FormSeleccio::Obre_Empresa() {
+    if (!shell::Obre_Empresa(ctx_, dialogs_, ctx_.Unitat, selectedRow())) return;
+    accept();
+}
+
+void FormSeleccio::done(int result) {
+    shell::clearUnitatCfg(ctx_.programDir);
+    ctx_.Unitat = txtUnitat_->currentText();
+    QDialog::done(result);
+}
+
+void FormSeleccio::changeUnit(const QString& unit) {
+    ctx_.Unitat = unit;
+    OMPLE_LLISTA_Empreses();
+}
+
+QString FormSeleccio::selectedRow() const {
+    const auto* item = ListEmpreses_->currentItem();
+    return item && item->isSelected() ? item->text() : QString();
+}
+
+}  // namespace tallora

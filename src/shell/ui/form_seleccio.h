@@ -1,0 +1,52 @@
+#pragma once
+// The first screen: the working unit, its companies, and the panel of a new company. It
+// ends accepted when a company was opened, rejected when the user leaves the program.
+#include <QDialog>
+
+class QAction;
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QToolBar;
+
+namespace tallora {
+
+class Dialogs;
+class WorkingContext;
+
+class FormSeleccio : public QDialog {
+    Q_OBJECT
+public:
+    FormSeleccio(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent = nullptr);
+
+    void OMPLE_LLISTA_Empreses();
+    void Verifica_Empresa();
+    void Elimina_Empresa();
+    void Obre_Empresa();
+    // Shows the panel of a new company, the focus on its name.
+    void Nova_Empresa();
+    // Hides the panel and empties its fields.
+    void Desfes_Empresa();
+
+protected:
+    void done(int result) override;
+
+private:
+    void changeUnit(const QString& unit);
+    QString selectedRow() const;
+
+    WorkingContext& ctx_;
+    Dialogs& dialogs_;
+    QComboBox* txtUnitat_;
+    QListWidget* ListEmpreses_;
+    QToolBar* Toolbar1_;
+    QGroupBox* PanelDades_;
+    QLineEdit *txtnom_, *txtDomicili_, *txtpoblacio_, *txtCP_, *txtNIF_;
+    QCheckBox* chk_tesoreria_;
+    QToolBar* Toolbar3_;
+};
+
+}  // namespace tallora

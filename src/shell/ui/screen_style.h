@@ -1,0 +1,23 @@
+#pragma once
+// The look the screens share: the title band and the tool buttons by key.
+#include <QKeySequence>
+#include <QString>
+
+#include <functional>
+
+class QAction;
+class QLabel;
+class QToolBar;
+class QWidget;
+
+namespace tallora::ui {
+
+// The dark band at the top of a screen: its title on the left, `right` on the right.
+QWidget* bandTitle(const QString& title, const QString& right, QWidget* parent);
+
+// A tool button named by its key (the QAction's objectName), with its caption, an optional
+// shortcut shown in its tip, and what it does.
+QAction* addTool(QToolBar* bar, const QString& key, const QString& caption,
+                 const QKeySequence& shortcut, std::function<void()> action);
+
+}  // namespace tallora::ui

@@ -1,0 +1,70 @@
+#include "session.h"
+
+#include "context/working_context.h"
+#include "form_configuracio.h"
+#include "form_mdi.h"
+#include "form_menu.h"
+#include "form_seleccio.h"
+#include "shell/exercises.h"
+#include "shell/settings_files.h"
+#include "shell/startup.h"
+
+namespace tallora {
+
+Session::Session(WorkingContext& ctx, Dialogs& dialogs, QObject* parent)
+    : QObject(parent), ctx_(ctx), dialogs_(dialogs) {}
+
+void Session::start() {
+    shell::Inicia_Programa(ctx_);
+    if (!settings::isFirstRun(ctx_.programDir)) {
+        showCompanies();
+        return;
+    }
+    auto* settings = new FormConfiguracio(ctx_, dialogs_);
+    connect(settings, &QDialog::finished, this, [this] { showCompanies(); });
+    show(settings);
+}
+
+void Session::showCompanies() {
+    auto* form = new FormSeleccio(ctx_, dialogs_);
+    connect(form, &QDialog::finished, this, [this](int result) {
+        if (result == QDialog::Accepted)
+            showExercises();
+        else
+            emit finished();
+    });
+    show(form);
+}
+
+void Session::showExercises() {
+    auto* form = new FormMenu(ctx_, dialogs_);
+    connect(form, &QDialog::finished, this, [this](int result) {
+        if (result == QDialog::Accepted)
+            showShell();
+        else
+            showCompanies();
+    });
+    show(form);
+}
+
+void Session::showShell() {
+    auto* shell = new FormMDI(ctx_, dialogs_);
+    connect(shell, &FormMDI::closed, this, [this](bool toCompanies) {
+        shell::restoreCompanyFolder(ctx_);
+        if (toCompanies)
+            showCompanies();
+        else
+            emit finished();
+    });
+    show(shell);
+}
+
+void Session::show(QWidget* screen) {
+    screen->setAttribute(Qt::WA_DeleteOnClose);
+    current_ = screen;
+    screen->show();
+    screen->raise();
+    screen->activateWindow();
+}
+
+}  // namespace tallora
