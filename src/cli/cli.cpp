@@ -1,0 +1,108 @@
+#include "cli.h"
+
+#include "cli_options.h"
+#include "commands.h"
+#include "session.h"
+#include "store/store_error.h"
+#include "usage.h"
+
+#include <exception>
+
+namespace tallora::cli {
+namespace {
+
+struct Command {
+    QString name;
+    QString arguments;  // as the usage shows them
+    qsizetype minArguments;
+    qsizetype maxArguments;  // -1: no limit
+    QStringList options;     // besides the global ones
+    int (*run)(Session&, const CliOptions&);
+};
+
+QStringList rateOptions() {
+    return {"iva1", "iva2", "iva3", "re1", "re2", "re3", "ivas1", "ivas2", "ivas3", "ivas4"};
+}
+
+const std::vector<Command>& commands() {
+    static const std::vector<Command> table{
+        {"units", "", 0, 0, {}, unitsCommand},
+        {"companies", "", 0, 0, {}, companiesCommand},
+        {"company-create",
+         "",
+         0,
+         0,
+         {"name", "address", "town", "postal-code", "nif", "treasury"},
+         companyCreateCommand},
+        {"company-remove", "NIF8", 1, 1, {}, companyRemoveCommand},
+        {"exercises", "NIF8", 1, 1, {}, exercisesCommand},
+        {"exercise-create", "NIF8", 1, 1, QStringList{"year", "kind", "currency"} + rateOptions(),
+         exerciseCreateCommand},
+        {"exercise-remove", "NIF8 YYYY", 2, 2, {}, exerciseRemoveCommand},
+        {"exercise-open", "NIF8 YYYY", 2, 2, {}, exerciseOpenCommand},
+        {"months", "NIF8 YYYY", 2, 2, {}, monthsCommand},
+        {"month-lock", "NIF8 YYYY M [M...]", 3, -1, {}, monthLockCommand},
+        {"month-unlock", "NIF8 YYYY M [M...]", 3, -1, {}, monthUnlockCommand},
+        {"repair", "NIF8 YYYY", 2, 2, {}, repairCommand},
+        {"compact", "NIF8 YYYY", 2, 2, {}, compactCommand},
+    };
+    return table;
+}
+
+const Command& commandFor(const CliOptions& o) {
+    if (o.command.isEmpty()) throw UsageError{QStringLiteral("no command given")};
+    for (const Command& c : commands()) {
+        if (c.name != o.command) continue;
+        for (const QString& option : o.names())
+            if (!globalOptions().contains(option) && !c.options.contains(option))
+                throw UsageError{
+                    QStringLiteral("option --%1 does not go with %2").arg(option, c.name)};
+        const qsizetype n = o.arguments.size();
+        if (n < c.minArguments || (c.maxArguments >= 0 && n > c.maxArguments)) {
+            const QString expected =
+                c.arguments.isEmpty() ? QStringLiteral("no arguments") : c.arguments;
+            throw UsageError{QStringLiteral("%1 takes %2").arg(c.name, expected)};
+        }
+        return c;
+    }
+    throw UsageError{QStringLiteral("unknown command \"%1\"").arg(o.command)};
+}
+
+int usageError(QTextStream& err, const QString& reason) {
+    err << QStringLiteral("tallora5-cli: ") << reason << '\n'
+        << QStringLiteral("Try 'tallora5-cli --help'.") << '\n';
+    err.flush();
+    return kUsageError;
+}
+
+}  // namespace
+
+int runCli(const QStringList& args, QTextStream& out, QTextStream& err) {
+    try {
+        const CliOptions o = parseCommandLine(args);
+        if (o.flags.contains(QStringLiteral("help")) || o.command == QStringLiteral("help")) {
+            out << usageText();
+            out.flush();
+            return kDone;
+        }
+        const Command& command = commandFor(o);
+        for (const QString& folder : {QStringLiteral("unit"), QStringLiteral("program-dir")})
+            if (o.given(folder) && o.value(folder).isEmpty())
+                throw UsageError{QStringLiteral("option --%1 needs a folder").arg(folder)};
+        Session session(out, err, o.flags.contains(QStringLiteral("yes")),
+                        o.value(QStringLiteral("unit")), o.value(QStringLiteral("program-dir")));
+        try {
+            const int code = command.run(session, o);
+            out.flush();
+            return code;
+        } catch (const store::StoreError& e) {
+            return session.refuse(e.message());
+        } catch (const std::exception& e) {
+            return session.refuse(QString::fromLocal8Bit(e.what()));
+        }
+    } catch (const UsageError& e) {
+        return usageError(err, e.reason);
+    }
+}
+
+}  // namespace tallora::cli

@@ -1,0 +1,113 @@
+#include "cli_options.h"
+
+#include <QRegularExpression>
+
+namespace tallora::cli {
+namespace {
+
+// Every option the program knows, and whether it takes a value.
+const std::map<QString, bool>& knownOptions() {
+    static const std::map<QString, bool> options = [] {
+        std::map<QString, bool> o{{"unit", true},      {"program-dir", true}, {"yes", false},
+                                  {"help", false},     {"name", true},        {"address", true},
+                                  {"town", true},      {"postal-code", true}, {"nif", true},
+                                  {"treasury", false}, {"year", true},        {"kind", true},
+                                  {"currency", true}};
+        for (const char* rate :
+             {"iva1", "iva2", "iva3", "re1", "re2", "re3", "ivas1", "ivas2", "ivas3", "ivas4"})
+            o.emplace(QString::fromLatin1(rate), true);
+        return o;
+    }();
+    return options;
+}
+
+void take(CliOptions& options, const QString& word) {
+    if (options.command.isEmpty())
+        options.command = word;
+    else
+        options.arguments << word;
+}
+
+}  // namespace
+
+QString CliOptions::value(const QString& name, const QString& fallback) const {
+    const auto it = values.find(name);
+    return it == values.end() ? fallback : it->second;
+}
+
+QStringList CliOptions::names() const {
+    QStringList all(flags.begin(), flags.end());
+    for (const auto& [name, value] : values) all << name;
+    return all;
+}
+
+const QStringList& globalOptions() {
+    static const QStringList options{"unit", "program-dir", "yes", "help"};
+    return options;
+}
+
+CliOptions parseCommandLine(const QStringList& args) {
+    static const QRegularExpression optionWord(QStringLiteral("^--([a-z][a-z0-9-]*)(=(.*))?$"),
+                                               QRegularExpression::DotMatchesEverythingOption);
+    CliOptions options;
+    bool onlyArguments = false;
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        const QString& word = args[i];
+        if (onlyArguments) {
+            take(options, word);
+            continue;
+        }
+        if (word == QStringLiteral("--")) {
+            onlyArguments = true;
+            continue;
+        }
+        const auto m = optionWord.match(word);
+        if (!m.hasMatch()) {
+            take(options, word);
+            continue;
+        }
+        const QString name = m.captured(1);
+        const auto known = knownOptions().find(name);
+        if (known == knownOptions().end())
+            throw UsageError{QStringLiteral("unknown option --%1").arg(name)};
+        if (options.given(name))
+            throw UsageError{QStringLiteral("option --%1 given twice").arg(name)};
+        const bool inlineValue = m.hasCaptured(2);
+        if (!known->second) {
+            if (inlineValue)
+                throw UsageError{QStringLiteral("option --%1 takes no value").arg(name)};
+            options.flags.insert(name);
+        } else if (inlineValue) {
+            options.values[name] = m.captured(3);
+        } else {
+            if (i + 1 >= args.size())
+                throw UsageError{QStringLiteral("option --%1 needs a value").arg(name)};
+            options.values[name] = args[++i];
+        }
+    }
+    return options;
+}
+
+QString yearArgument(const QString& text) {
+    static const QRegularExpression year(QStringLiteral("^[0-9]{4}$"));
+    if (!year.match(text).hasMatch())
+        throw UsageError{QStringLiteral("\"%1\" is not a year of four digits").arg(text)};
+    return text;
+}
+
+int monthArgument(const QString& text) {
+    static const QRegularExpression digits(QStringLiteral("^[0-9]{1,2}$"));
+    const int month = digits.match(text).hasMatch() ? text.toInt() : 0;
+    if (month < 1 || month > 12)
+        throw UsageError{QStringLiteral("\"%1\" is not a month from 1 to 12").arg(text)};
+    return month;
+}
+
+QString rateArgument(const QString& option, const QString& text) {
+    static const QRegularExpression rate(QStringLiteral("^([0-9]+([.,][0-9]*)?|[.,][0-9]+)$"));
+    if (!rate.match(text).hasMatch())
+        throw UsageError{QStringLiteral("--%1: \"%2\" is not a rate").arg(option, text)};
+    return text;
+}
+
+}  // namespace tallora::cli
