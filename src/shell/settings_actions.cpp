@@ -86,8 +86,10 @@ bool Aplica_Numeracion(const WorkingContext& ctx, Dialogs& dialogs, const QStrin
             return false;
         }
     }
+    // Read as Es_Numeric read it, with the program's decimal mark: with the comma,
+    // "1.000" is a thousand, not one.
     const auto less1 = [&](const QString& text) {
-        return static_cast<std::int64_t>(rateValue(text).value_or(0)) - 1;
+        return Money::parse(text, ctx.decimalMark()).value_or(Money{}).units() / Money::kScale - 1;
     };
     try {
         sales::setDocumentCounter(ctx, sales::kinds::FrasOut, less1(facturas));
