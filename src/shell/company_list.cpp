@@ -134,12 +134,13 @@ bool Elimina_Empresa(const WorkingContext& ctx, Dialogs& dialogs, const QString&
                              QString(7, u' ') + row;
     if (dialogs.yesNo(question) != Dialogs::Answer::Yes) return false;
     const QString nif8 = nif8OfRow(row);
-    const QString folder = companyDir(unit, nif8);
-    if (!readExerciciLst(findFileNoCase(folder, files::ExerciciLst)).empty()) {
+    // The folder as it is spelled on disk, for the check and the removal alike.
+    const QString folder = findFileNoCase(llibresDir(unit), nif8 + QStringLiteral(".EMP"));
+    if (!readExerciciLst(findFileNoCase(withTrailingSlash(folder), files::ExerciciLst)).empty()) {
         dialogs.information(Missatge(ctx, 26) + Missatge(ctx, 27));
         return false;
     }
-    schema::Esborra_Carpeta(findFileNoCase(llibresDir(unit), nif8 + QStringLiteral(".EMP")));
+    schema::Esborra_Carpeta(folder);
     return Treu_de_Llista(dialogs, unit, nif8);
 }
 
