@@ -2,7 +2,6 @@
 
 #include "cli.h"
 #include "context/file_tree.h"
-#include "context/list_files.h"
 #include "shell/company_list.h"
 #include "shell/exercises.h"
 #include "shell/startup.h"
@@ -71,13 +70,7 @@ bool Session::enterExercise(const QString& nif8, const QString& year) {
     if (!openCompany(nif8)) return false;
     const auto row = exerciseRow(year);
     if (!row) return false;
-    const QString company = withTrailingSlash(ctx.Directori);
-    const QString exercici = row->left(4);
-    const auto params =
-        readExerciseParams(findFileNoCase(company, exercici + QStringLiteral(".DAT")));
-    applyExerciseParams(ctx, params.value_or(ExerciseParams{}));
-    if (ctx.Exercici.isEmpty()) ctx.Exercici = exercici;
-    ctx.Directori = withTrailingSlash(findFileNoCase(company, ctx.Exercici));
+    shell::enterExercise(ctx, row->left(4));
     return true;
 }
 

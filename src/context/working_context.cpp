@@ -23,7 +23,11 @@ QString WorkingContext::exerciseFile(const QString& name) const {
 }
 
 QString WorkingContext::companyFile(const QString& name) const {
-    return findFileNoCase(QDir::cleanPath(Directori + QStringLiteral("../")) + u'/', name);
+    return findFileNoCase(companyFolder(), name);
+}
+
+QString WorkingContext::companyFolder() const {
+    return QDir::cleanPath(Directori + QStringLiteral("../")) + u'/';
 }
 
 QString WorkingContext::programFile(const QString& name) const {

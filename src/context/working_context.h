@@ -69,6 +69,8 @@ public:
     // is Directori + "../" + name. An existing file is found without regard to case.
     QString exerciseFile(const QString& name) const;
     QString companyFile(const QString& name) const;
+    // The company folder, with a trailing '/': Directori + "../" made plain.
+    QString companyFolder() const;
     // A file of the writable program folder, found the same way.
     QString programFile(const QString& name) const;
 };

@@ -25,10 +25,6 @@ QStringList databasesIn(const QString& folder) {
     return paths;
 }
 
-QString companyFolderOf(const WorkingContext& ctx) {
-    return QDir::cleanPath(ctx.Directori + QStringLiteral("../"));
-}
-
 void copyFiles(const QString& from, const QString& to) {
     const QDir source(from);
     for (const QString& name : source.entryList(QDir::Files | QDir::Hidden)) {
@@ -47,7 +43,7 @@ void removeFiles(const QString& folder) {
 
 bool Repara_Bases(const WorkingContext& ctx, Dialogs& dialogs) {
     try {
-        for (const QString& folder : {QString(ctx.Directori), companyFolderOf(ctx)}) {
+        for (const QString& folder : {QString(ctx.Directori), ctx.companyFolder()}) {
             for (const QString& path : databasesIn(folder)) {
                 const store::RepairResult r = store::repairDatabase(path);
                 if (r.damaged)
@@ -64,7 +60,7 @@ bool Repara_Bases(const WorkingContext& ctx, Dialogs& dialogs) {
 }
 
 bool Compacta_Bases(const WorkingContext& ctx, Dialogs& dialogs) {
-    const QStringList folders{ctx.Directori, companyFolderOf(ctx)};
+    const QStringList folders{ctx.Directori, ctx.companyFolder()};
     const QDir exercise(ctx.Directori);
     for (const QString& name : exercise.entryList({QStringLiteral("*.*N")}, QDir::Files, QDir::NoSort))
         if (name.endsWith(u'N')) QFile::remove(exercise.filePath(name));

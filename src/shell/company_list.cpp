@@ -18,12 +18,15 @@ namespace {
 
 constexpr int kRowWidth = 52;
 
-// Whether a company is already kept under the first eight characters of `nif`. The folder
-// and the file are matched without regard to case, as older trees spell them freely.
+// The folder of company `nif8` as it is spelled on disk: older trees spell it freely.
+QString companyFolderOnDisk(const QString& unit, const QString& nif8) {
+    return withTrailingSlash(findFileNoCase(llibresDir(unit), nif8 + QStringLiteral(".EMP")));
+}
+
+// Whether a company is already kept under the first eight characters of `nif`.
 bool companyExists(const QString& unit, const QString& nif) {
     const QString nif8 = nif8Of(nif);
-    const QString folder = findFileNoCase(llibresDir(unit), nif8 + QStringLiteral(".EMP"));
-    return QFileInfo::exists(findFileNoCase(withTrailingSlash(folder), nif8 + QStringLiteral(".dat")));
+    return QFileInfo::exists(findFileNoCase(companyFolderOnDisk(unit, nif8), nif8 + QStringLiteral(".dat")));
 }
 
 QString confirmationText(const WorkingContext& ctx, const NewCompany& c) {
@@ -135,8 +138,8 @@ bool Elimina_Empresa(const WorkingContext& ctx, Dialogs& dialogs, const QString&
     if (dialogs.yesNo(question) != Dialogs::Answer::Yes) return false;
     const QString nif8 = nif8OfRow(row);
     // The folder as it is spelled on disk, for the check and the removal alike.
-    const QString folder = findFileNoCase(llibresDir(unit), nif8 + QStringLiteral(".EMP"));
-    if (!readExerciciLst(findFileNoCase(withTrailingSlash(folder), files::ExerciciLst)).empty()) {
+    const QString folder = companyFolderOnDisk(unit, nif8);
+    if (!readExerciciLst(findFileNoCase(folder, files::ExerciciLst)).empty()) {
         dialogs.information(Missatge(ctx, 26) + Missatge(ctx, 27));
         return false;
     }
@@ -172,7 +175,7 @@ bool Obre_Empresa(WorkingContext& ctx, Dialogs& dialogs, const QString& unit,
         return false;
     }
     const QString nif8 = nif8OfRow(row);
-    const QString folder = withTrailingSlash(findFileNoCase(llibresDir(unit), nif8 + QStringLiteral(".EMP")));
+    const QString folder = companyFolderOnDisk(unit, nif8);
     const auto data = readCompanyData(findFileNoCase(folder, nif8 + QStringLiteral(".Dat")));
     if (!data) {
         dialogs.stop(Missatge(ctx, 6995));

@@ -63,16 +63,12 @@ bool carryFile(const QString& previousFolder, const QString& folder, const QStri
     return true;
 }
 
-void createDatabases(const QString& folder) {
-    const auto create = [&](const QString& database, const QStringList& tables) {
-        try {
-            schema::createTables(folder + database, database, tables);
-        } catch (const StoreError&) {
-            // Errors ignored: a database left by an earlier run is worked on as it is.
-        }
-    };
-    create(schema::db::Gest, {QStringLiteral("Clients"), QStringLiteral("Proveidors")});
-    create(schema::db::Comptes, schema::accountTables());
+// Errors ignored: a database left by an earlier run is worked on as it is.
+void createIgnoringErrors(const QString& folder, const QString& database, const QStringList& tables) {
+    try {
+        schema::createTables(folder + database, database, tables);
+    } catch (const StoreError&) {
+    }
 }
 
 void carryOver(const WorkingContext& ctx, const QString& folder, const QString& previous) {
@@ -174,15 +170,11 @@ bool Graba_Exercici(WorkingContext& ctx, Dialogs& dialogs, const NewExercise& ex
 
     const QString folder = companyFolder(ctx) + exercise.exercici + u'/';
     QDir().mkpath(folder);
-    createDatabases(folder);
+    createIgnoringErrors(folder, schema::db::Gest, {QStringLiteral("Clients"), QStringLiteral("Proveidors")});
+    createIgnoringErrors(folder, schema::db::Comptes, schema::accountTables());
     master::CopiaPlanBase(ctx.programDir, folder);
-    for (const auto& [database, table] : {std::pair{schema::db::FrasIn, QStringLiteral("FrasIN")},
-                                          std::pair{schema::db::FrasOut, QStringLiteral("FrasOut")}}) {
-        try {
-            schema::createTables(folder + database, database, {table});
-        } catch (const StoreError&) {
-        }
-    }
+    createIgnoringErrors(folder, schema::db::FrasIn, {QStringLiteral("FrasIN")});
+    createIgnoringErrors(folder, schema::db::FrasOut, {QStringLiteral("FrasOut")});
     ctx.Exercici = exercise.exercici;
 
     const QString previousYear = QString::number(exercise.exercici.toInt() - 1);
@@ -253,12 +245,16 @@ bool Obre_Exercici(WorkingContext& ctx, Dialogs& dialogs, const QString& row, QD
         return false;
     }
     schema::Copia_Seguretat(companyFolder(ctx), year, today);
-    applyExerciseParams(ctx, readExerciseParams(datFile(ctx, year)).value_or(ExerciseParams{}));
-    if (ctx.Exercici.isEmpty()) ctx.Exercici = year;
-    ctx.Directori = withTrailingSlash(findFileNoCase(companyFolder(ctx), ctx.Exercici));
+    enterExercise(ctx, year);
     schema::Actualitza_Bases(ctx);
     loadMonthLock(ctx);
     return true;
+}
+
+void enterExercise(WorkingContext& ctx, const QString& year) {
+    applyExerciseParams(ctx, readExerciseParams(datFile(ctx, year)).value_or(ExerciseParams{}));
+    if (ctx.Exercici.isEmpty()) ctx.Exercici = year;
+    ctx.Directori = withTrailingSlash(findFileNoCase(companyFolder(ctx), ctx.Exercici));
 }
 
 void restoreCompanyFolder(WorkingContext& ctx) {

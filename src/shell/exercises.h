@@ -51,6 +51,10 @@ bool Treu_Exercici_de_Llista(const WorkingContext& ctx, Dialogs& dialogs, const 
 bool Obre_Exercici(WorkingContext& ctx, Dialogs& dialogs, const QString& row,
                    QDate today = QDate::currentDate());
 
+// The part of the opening that sets the context: <year>.DAT into it and Directori into the
+// exercise folder. Without <year>.DAT the exercise keeps `year` and has no rates.
+void enterExercise(WorkingContext& ctx, const QString& year);
+
 // Back from an open exercise to its company: Directori loses the exercise folder.
 void restoreCompanyFolder(WorkingContext& ctx);
 

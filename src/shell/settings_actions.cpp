@@ -11,17 +11,12 @@
 #include "schema/upgrades.h"
 #include "store/store_error.h"
 
-#include <QDir>
 
 namespace tallora::shell {
 namespace {
 
 bool confirmed(const WorkingContext& ctx, Dialogs& dialogs, int question) {
     return dialogs.yesNo(Missatge(ctx, question)) == Dialogs::Answer::Yes;
-}
-
-QString companyFolder(const WorkingContext& ctx) {
-    return withTrailingSlash(QDir::cleanPath(ctx.Directori + QStringLiteral("..")));
 }
 
 }  // namespace
@@ -60,7 +55,7 @@ bool Aplica_Facturacion(WorkingContext& ctx, Dialogs& dialogs, const settings::F
     if (!companyOpen(ctx) || !confirmed(ctx, dialogs, 6808)) return false;
     ctx.Facturacio = value.Facturacio;
     if (ctx.Facturacio) schema::upgradeBilling(ctx);
-    settings::writeFactMod(companyFolder(ctx), value);
+    settings::writeFactMod(ctx.companyFolder(), value);
     return true;
 }
 
@@ -103,7 +98,7 @@ bool Aplica_Numeracion(const WorkingContext& ctx, Dialogs& dialogs, const QStrin
 
 settings::FiscalData fiscalDataFor(const WorkingContext& ctx) {
     if (companyOpen(ctx))
-        if (auto data = settings::readFiscalData(companyFolder(ctx))) return *data;
+        if (auto data = settings::readFiscalData(ctx.companyFolder())) return *data;
     settings::FiscalData data;
     data.nomEmpresa = ctx.EmpresaNom;
     data.nif = ctx.EmpresaNIF;
@@ -116,14 +111,14 @@ settings::FiscalData fiscalDataFor(const WorkingContext& ctx) {
 bool Guarda_DatosFiscales(const WorkingContext& ctx, Dialogs& dialogs, settings::FiscalData data) {
     if (!companyOpen(ctx) || !ctx.Facturacio || !confirmed(ctx, dialogs, 6808)) return false;
     for (QString* field : data.fields()) Neteja_Text(*field);
-    settings::writeFiscalData(companyFolder(ctx), data);
+    settings::writeFiscalData(ctx.companyFolder(), data);
     return true;
 }
 
 bool Aplica_Tesoreria(WorkingContext& ctx, Dialogs& dialogs, bool si) {
     if (!companyOpen(ctx) || !confirmed(ctx, dialogs, 6810)) return false;
     ctx.Tesoreria = si;
-    writeOptionFlag(companyFolder(ctx) + files::TesorerCfg, si);
+    writeOptionFlag(ctx.companyFile(files::TesorerCfg), si);
     return true;
 }
 
@@ -140,14 +135,14 @@ bool Aplica_Impresora(WorkingContext& ctx, Dialogs& dialogs, const settings::Mar
 bool Aplica_Intra(WorkingContext& ctx, bool si) {
     if (!companyOpen(ctx)) return false;
     ctx.Intra = si;
-    writeOptionFlag(companyFolder(ctx) + files::IntraCfg, si);
+    writeOptionFlag(ctx.companyFile(files::IntraCfg), si);
     return true;
 }
 
 bool Aplica_Mensajeria(WorkingContext& ctx, bool si) {
     if (!companyOpen(ctx)) return false;
     ctx.Missatgeria = si;
-    settings::writeMissatgeria(companyFolder(ctx), si);
+    settings::writeMissatgeria(ctx.companyFolder(), si);
     return true;
 }
 

@@ -1,5 +1,6 @@
 #include "form_configuracio.h"
 
+#include "context/common_helpers.h"
 #include "context/dialogs.h"
 #include "context/file_tree.h"
 #include "context/messages.h"
@@ -182,7 +183,7 @@ QWidget* FormConfiguracio::facturacionTab() {
     page->setObjectName(QStringLiteral("Frame_Facturacion"));
     const auto m = [&](int n) { return Missatge(ctx_, n); };
     const settings::FactMod mod =
-        shell::companyOpen(ctx_) ? settings::readFactMod(QDir::cleanPath(ctx_.Directori + QStringLiteral(".."))) : settings::FactMod{};
+        shell::companyOpen(ctx_) ? settings::readFactMod(ctx_.companyFolder()) : settings::FactMod{};
 
     auto* config = new QGroupBox(m(6836), page);
     chkFACTURACION_ = new QCheckBox(m(6837), config);
@@ -218,7 +219,7 @@ QWidget* FormConfiguracio::facturacionTab() {
     for (QLineEdit* field : {txtFacturacion_NumFacturas_, txtFacturacion_NumPresupuestos_,
                              txtFacturacion_NumProformas_, txtFacturacion_NumAlbaranes_}) {
         connect(field, &QLineEdit::textEdited, this, [this, field](const QString& text) {
-            if (text.isEmpty() || text.toLongLong() > 0 || text == QStringLiteral("0")) return;
+            if (text.isEmpty() || Es_Numeric(ctx_, text)) return;
             dialogs_.beep();
             field->clear();
         });

@@ -7,6 +7,7 @@
 #include "context/working_context.h"
 #include "form_configuracio.h"
 #include "obre_ajuda.h"
+#include "screen_style.h"
 #include "schema/maintenance.h"
 #include "shell/menu_tree.h"
 #include "shell/settings_files.h"
@@ -15,8 +16,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFile>
-#include <QFrame>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -71,23 +70,11 @@ FormMDI::FormMDI(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
 }
 
 void FormMDI::buildBand() {
-    auto* band = new QFrame(this);
-    band->setObjectName(QStringLiteral("Band"));
-    band->setStyleSheet(QStringLiteral("#Band { background: #1F3A56; } QLabel { color: white; }"));
     const QString company = ctx_.EmpresaNom.isEmpty() ? programName() : ctx_.EmpresaNom;
-    lblEmpresa_ = new QLabel(ticketsMode(ctx_) ? Missatge(ctx_, 6629) + company : company, band);
-    lblEmpresa_->setObjectName(QStringLiteral("lblEmpresa"));
-    QFont bandFont = lblEmpresa_->font();
-    bandFont.setPointSizeF(bandFont.pointSizeF() * 1.5);
-    bandFont.setBold(true);
-    lblEmpresa_->setFont(bandFont);
-    auto* Label1 = new QLabel(programName() + QStringLiteral(" ") + programVersion(), band);
-    Label1->setObjectName(QStringLiteral("Label1"));
-    auto* bandLayout = new QHBoxLayout(band);
-    bandLayout->setContentsMargins(16, 10, 16, 10);
-    bandLayout->addWidget(lblEmpresa_);
-    bandLayout->addStretch();
-    bandLayout->addWidget(Label1);
+    QWidget* band = ui::bandTitle(ticketsMode(ctx_) ? Missatge(ctx_, 6629) + company : company,
+                                  programName() + QStringLiteral(" ") + programVersion(), this,
+                                  QStringLiteral("lblEmpresa"), QStringLiteral("Label1"));
+    lblEmpresa_ = band->findChild<QLabel*>(QStringLiteral("lblEmpresa"));
 
     auto* central = new QWidget(this);
     auto* layout = new QVBoxLayout(central);

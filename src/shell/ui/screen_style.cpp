@@ -8,12 +8,13 @@
 
 namespace tallora::ui {
 
-QWidget* bandTitle(const QString& title, const QString& right, QWidget* parent) {
+QWidget* bandTitle(const QString& title, const QString& right, QWidget* parent,
+                   const QString& titleName, const QString& rightName) {
     auto* band = new QFrame(parent);
     band->setObjectName(QStringLiteral("Band"));
     band->setStyleSheet(QStringLiteral("#Band { background: #1F3A56; } QLabel { color: white; }"));
     auto* left = new QLabel(title, band);
-    left->setObjectName(QStringLiteral("lblTitol"));
+    left->setObjectName(titleName);
     QFont font = left->font();
     font.setPointSizeF(font.pointSizeF() * 1.4);
     font.setBold(true);
@@ -24,7 +25,7 @@ QWidget* bandTitle(const QString& title, const QString& right, QWidget* parent) 
     layout->addStretch();
     if (!right.isEmpty()) {
         auto* label = new QLabel(right, band);
-        label->setObjectName(QStringLiteral("lblDreta"));
+        label->setObjectName(rightName);
         layout->addWidget(label);
     }
     return band;

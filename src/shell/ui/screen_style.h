@@ -12,8 +12,11 @@ class QWidget;
 
 namespace tallora::ui {
 
-// The dark band at the top of a screen: its title on the left, `right` on the right.
-QWidget* bandTitle(const QString& title, const QString& right, QWidget* parent);
+// The dark band at the top of a screen: its title on the left, `right` on the right. The
+// two labels take the names given, so that a screen can find and change them.
+QWidget* bandTitle(const QString& title, const QString& right, QWidget* parent,
+                   const QString& titleName = QStringLiteral("lblTitol"),
+                   const QString& rightName = QStringLiteral("lblDreta"));
 
 // A tool button named by its key (the QAction's objectName), with its caption, an optional
 // shortcut shown in its tip, and what it does.
