@@ -24,6 +24,24 @@ QStringList rateOptions() {
     return {"iva1", "iva2", "iva3", "re1", "re2", "re3", "ivas1", "ivas2", "ivas3", "ivas4"};
 }
 
+QStringList customerOptions() {
+    return {"name",  "address", "town", "province", "postal-code", "nif",  "phone", "fax",
+            "email", "web",     "re",   "balance",  "payment",     "bank", "ccc"};
+}
+QStringList supplierOptions() {
+    return {"name",  "address", "town",  "province", "postal-code", "nif",
+            "phone", "fax",     "email", "web",      "balance"};
+}
+QStringList treasuryAccountOptions() {
+    return {"name", "kind", "ccc", "balance"};
+}
+QStringList otherAccountOptions() {
+    return {"name", "group", "group-name", "balance", "kind"};
+}
+QStringList referenceOptions() {
+    return {"code", "description", "price"};
+}
+
 const std::vector<Command>& commands() {
     static const std::vector<Command> table{
         {"units", "", 0, 0, {}, unitsCommand},
@@ -45,6 +63,38 @@ const std::vector<Command>& commands() {
         {"month-unlock", "NIF8 YYYY M [M...]", 3, -1, {}, monthUnlockCommand},
         {"repair", "NIF8 YYYY", 2, 2, {}, repairCommand},
         {"compact", "NIF8 YYYY", 2, 2, {}, compactCommand},
+        {"customers", "NIF8 YYYY", 2, 2, {}, customersCommand},
+        {"customer-add", "NIF8 YYYY", 2, 2, customerOptions(), customerAddCommand},
+        {"customer-change", "NIF8 YYYY NUMBER", 3, 3, customerOptions(), customerChangeCommand},
+        {"customer-remove", "NIF8 YYYY NUMBER", 3, 3, {}, customerRemoveCommand},
+        {"suppliers", "NIF8 YYYY", 2, 2, {}, suppliersCommand},
+        {"supplier-add", "NIF8 YYYY", 2, 2, supplierOptions(), supplierAddCommand},
+        {"supplier-change", "NIF8 YYYY NUMBER", 3, 3, supplierOptions(), supplierChangeCommand},
+        {"supplier-remove", "NIF8 YYYY NUMBER", 3, 3, {}, supplierRemoveCommand},
+        {"accounts", "NIF8 YYYY FAMILY", 3, 3, {}, accountsCommand},
+        {"account-add", "NIF8 YYYY FAMILY", 3, 3, {"name", "class"}, accountAddCommand},
+        {"account-change",
+         "NIF8 YYYY FAMILY NUMBER",
+         4,
+         4,
+         {"name", "class"},
+         accountChangeCommand},
+        {"account-remove", "NIF8 YYYY FAMILY NUMBER", 4, 4, {}, accountRemoveCommand},
+        {"treasury-accounts", "NIF8 YYYY", 2, 2, {}, treasuryAccountsCommand},
+        {"treasury-account-add", "NIF8 YYYY", 2, 2, treasuryAccountOptions(),
+         treasuryAccountAddCommand},
+        {"treasury-account-change", "NIF8 YYYY NUMBER", 3, 3, treasuryAccountOptions(),
+         treasuryAccountChangeCommand},
+        {"treasury-account-remove", "NIF8 YYYY NUMBER", 3, 3, {}, treasuryAccountRemoveCommand},
+        {"other-accounts", "NIF8 YYYY", 2, 2, {}, otherAccountsCommand},
+        {"other-account-add", "NIF8 YYYY", 2, 2, otherAccountOptions(), otherAccountAddCommand},
+        {"other-account-change", "NIF8 YYYY NUMBER", 3, 3, otherAccountOptions(),
+         otherAccountChangeCommand},
+        {"other-account-remove", "NIF8 YYYY NUMBER", 3, 3, {}, otherAccountRemoveCommand},
+        {"references", "NIF8 YYYY", 2, 2, {}, referencesCommand},
+        {"reference-add", "NIF8 YYYY", 2, 2, referenceOptions(), referenceAddCommand},
+        {"reference-change", "NIF8 YYYY CODE", 3, 3, referenceOptions(), referenceChangeCommand},
+        {"reference-remove", "NIF8 YYYY CODE", 3, 3, {}, referenceRemoveCommand},
     };
     return table;
 }

@@ -16,6 +16,11 @@ const std::map<QString, bool>& knownOptions() {
         for (const char* rate :
              {"iva1", "iva2", "iva3", "re1", "re2", "re3", "ivas1", "ivas2", "ivas3", "ivas4"})
             o.emplace(QString::fromLatin1(rate), true);
+        // The fields of the master files.
+        for (const char* field :
+             {"province", "phone", "fax", "email", "web", "re", "balance", "payment", "bank", "ccc",
+              "class", "group", "group-name", "code", "description", "price"})
+            o.emplace(QString::fromLatin1(field), true);
         return o;
     }();
     return options;

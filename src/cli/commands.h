@@ -24,6 +24,40 @@ int monthsCommand(Session& s, const CliOptions& o);
 int monthLockCommand(Session& s, const CliOptions& o);
 int monthUnlockCommand(Session& s, const CliOptions& o);
 
+// customer_commands.cpp
+int customersCommand(Session& s, const CliOptions& o);
+int customerAddCommand(Session& s, const CliOptions& o);
+int customerChangeCommand(Session& s, const CliOptions& o);
+int customerRemoveCommand(Session& s, const CliOptions& o);
+
+// supplier_commands.cpp
+int suppliersCommand(Session& s, const CliOptions& o);
+int supplierAddCommand(Session& s, const CliOptions& o);
+int supplierChangeCommand(Session& s, const CliOptions& o);
+int supplierRemoveCommand(Session& s, const CliOptions& o);
+
+// account_commands.cpp
+int accountsCommand(Session& s, const CliOptions& o);
+int accountAddCommand(Session& s, const CliOptions& o);
+int accountChangeCommand(Session& s, const CliOptions& o);
+int accountRemoveCommand(Session& s, const CliOptions& o);
+
+// treasury_commands.cpp
+int treasuryAccountsCommand(Session& s, const CliOptions& o);
+int treasuryAccountAddCommand(Session& s, const CliOptions& o);
+int treasuryAccountChangeCommand(Session& s, const CliOptions& o);
+int treasuryAccountRemoveCommand(Session& s, const CliOptions& o);
+int otherAccountsCommand(Session& s, const CliOptions& o);
+int otherAccountAddCommand(Session& s, const CliOptions& o);
+int otherAccountChangeCommand(Session& s, const CliOptions& o);
+int otherAccountRemoveCommand(Session& s, const CliOptions& o);
+
+// reference_commands.cpp
+int referencesCommand(Session& s, const CliOptions& o);
+int referenceAddCommand(Session& s, const CliOptions& o);
+int referenceChangeCommand(Session& s, const CliOptions& o);
+int referenceRemoveCommand(Session& s, const CliOptions& o);
+
 // maintenance_commands.cpp
 int repairCommand(Session& s, const CliOptions& o);
 int compactCommand(Session& s, const CliOptions& o);

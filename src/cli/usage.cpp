@@ -48,6 +48,65 @@ Commands (NIF8 is the company key that "companies" shows):
   repair NIF8 YYYY    checks and rebuilds the databases of the exercise and its company
   compact NIF8 YYYY   compacts the databases of the exercise and its company
 
+Master files of an exercise. They work on an exercise as its screens find it: one that was
+never opened since its creation (or since an option was turned on) is refused until
+exercise-open has run once. Lists print one record a line, fields separated by tabs, in the
+order of the screen's list; "-add" prints the number the new record got. A "-change" keeps
+every field whose option is not given. Deletions ask, and need --yes. Amounts are typed
+with "," or "." as decimal mark ("1250,5", "-30.25"), without thousands marks.
+  customers NIF8 YYYY number, name, NIF, address, town, province, postal code, phone, fax,
+                      e-mail, web, RE (yes/no), balance (with treasury), payment, bank and
+                      CCC (with the billing module)
+  customer-add NIF8 YYYY --name N [--address A] [--town T] [--province P]
+                  [--postal-code CP] [--nif NIF] [--phone T] [--fax F] [--email E] [--web W]
+                  [--re yes|no] [--balance AMOUNT] [--payment P] [--bank B] [--ccc CCC]
+  customer-change NIF8 YYYY NUMBER [the options of customer-add]
+                      --nif takes digits and letters only; --balance needs treasury
+                      control, --payment, --bank and --ccc the billing module. A new
+                      name must be free; a change spreads the name to the sales.
+  customer-remove NIF8 YYYY NUMBER
+                      refused while the customer has sales, treasury entries or documents
+  suppliers NIF8 YYYY number, name, NIF, address, town, province, postal code, phone, fax,
+                      e-mail, web, balance (with treasury)
+  supplier-add NIF8 YYYY --name N [--address A] [--town T] [--province P]
+                  [--postal-code CP] [--nif NIF] [--phone T] [--fax F] [--email E] [--web W]
+                  [--balance AMOUNT]
+  supplier-change NIF8 YYYY NUMBER [the options of supplier-add]
+  supplier-remove NIF8 YYYY NUMBER
+                      refused while the supplier has purchases, treasury entries or receipts
+  accounts NIF8 YYYY FAMILY
+                      number, name, class of the accounts of a family. FAMILY is one of
+                      Ingresos, Compres, Serveis, Tributs, Personal, Amortitzacions,
+                      Inversions
+  account-add NIF8 YYYY FAMILY --name N --class C
+                      the name must be free in the whole chart; the class is the line of
+                      the operating statement
+  account-change NIF8 YYYY FAMILY NUMBER [--name N] [--class C]
+                      also renames the account in the invoices that carry it
+  account-remove NIF8 YYYY FAMILY NUMBER
+                      refused while an invoice of the exercise carries the account
+With treasury control only:
+  treasury-accounts NIF8 YYYY
+                      number, kind (cash or bank), name, CCC, opening balance
+  treasury-account-add NIF8 YYYY --name N [--kind cash|bank] [--ccc CCC] [--balance AMOUNT]
+                      --kind defaults to cash
+  treasury-account-change NIF8 YYYY NUMBER [the options of treasury-account-add]
+  treasury-account-remove NIF8 YYYY NUMBER
+                      refused while a treasury movement uses the account
+  other-accounts NIF8 YYYY
+                      number, group, group name, name, opening balance, kind
+  other-account-add NIF8 YYYY --name N [--group NUMBER] [--group-name G]
+                  [--balance AMOUNT] [--kind asset|liability|none]
+  other-account-change NIF8 YYYY NUMBER [the options of other-account-add]
+  other-account-remove NIF8 YYYY NUMBER
+                      refused while a treasury movement crosses the account
+With the billing module only (the references belong to the company):
+  references NIF8 YYYY
+                      code, description, price
+  reference-add NIF8 YYYY --code C [--description D] [--price AMOUNT]
+  reference-change NIF8 YYYY CODE [--code C] [--description D] [--price AMOUNT]
+  reference-remove NIF8 YYYY CODE
+
 A key that starts with "--" (a duplicated tax number) can follow a lone "--", after which
 every word is an argument: tallora5-cli company-remove --yes -- --b12345
 
@@ -58,6 +117,8 @@ Examples:
   tallora5-cli --unit /srv/llibres --yes company-create --name "Fusteria Pons" --nif B12345678
   tallora5-cli --unit /srv/llibres --yes exercise-create B1234567 --year 2025 --iva1 21 --iva2 10
   tallora5-cli --unit /srv/llibres month-lock B1234567 2025 1 2 3
+  tallora5-cli --unit /srv/llibres customer-add B1234567 2025 --name "Maria Soler" --re yes
+  tallora5-cli --unit /srv/llibres --yes account-remove B1234567 2025 Serveis 12
 )");
 }
 

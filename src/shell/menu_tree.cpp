@@ -45,14 +45,14 @@ const std::vector<MenuEntry>& menuTree() {
         item("Mnu1", "sortir", 227, true),
 
         menu("Mnu2", 209),
-        item("Mnu2", "Clients", 210),
-        item("Mnu2", "Proveidorsbd", 211),
+        item("Mnu2", "Clients", 210, true),
+        item("Mnu2", "Proveidorsbd", 211, true),
         separator("Mnu2", "sepbbdd"),
-        item("Mnu2", "Comptesbd", 212),
+        item("Mnu2", "Comptesbd", 212, true),
         separator("Mnu2", "msn"),
-        item("Mnu2", "mnu_contrapartidas", 6648),
+        item("Mnu2", "mnu_contrapartidas", 6648, true),
         separator("Mnu2", "SSE"),
-        item("Mnu2", "mnuReferencias", 7006),
+        item("Mnu2", "mnuReferencias", 7006, true),
 
         menu("Mnu3", 213),
         item("Mnu3", "frasemes", 214),
@@ -76,7 +76,7 @@ const std::vector<MenuEntry>& menuTree() {
         item("Mnu4", "mnuConsOtros", 6744),
 
         menu("mnu_Tesoreria", 6643),
-        item("mnu_Tesoreria", "mnu_cuentas", 6647),
+        item("mnu_Tesoreria", "mnu_cuentas", 6647, true),
         item("mnu_Tesoreria", "mnu_extractos", 6651),
         separator("mnu_Tesoreria", "mnuspe"),
         item("mnu_Tesoreria", "mnucartera", 6662),
@@ -114,6 +114,13 @@ bool menuEntryVisible(const WorkingContext& ctx, const QString& name) {
     if (!ctx.Tesoreria && treasury.contains(name)) return false;
     if (ctx.ModeExercici == QStringLiteral("TICKETS") && name == QStringLiteral("Clients"))
         return false;
+    return true;
+}
+
+bool menuEntryAvailable(const WorkingContext& ctx, const MenuEntry& entry) {
+    if (!entry.built) return false;
+    // Price references live in the billing database, which exists only with billing.
+    if (entry.name == QStringLiteral("mnuReferencias")) return ctx.Facturacio;
     return true;
 }
 

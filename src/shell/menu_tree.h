@@ -27,6 +27,8 @@ QString menuCaption(const WorkingContext& ctx, const MenuEntry& entry);
 
 // False for the treasury entries with treasury off, and for customers in a shop exercise.
 bool menuEntryVisible(const WorkingContext& ctx, const QString& name);
+// Whether the entry can be chosen: its screen is in the program and what it needs is on.
+bool menuEntryAvailable(const WorkingContext& ctx, const MenuEntry& entry);
 
 // The tool bar BarraMDI, by position 1 to 9; positions 4, 6 and 8 are separators.
 struct ToolButton {

@@ -1,81 +1,24 @@
 // tallora5-cli runs the logic of the screens on a temporary unit: what it prints, what it
 // writes and the exit code of each command.
-#include "cli/cli.h"
 #include "cli/cli_dialogs.h"
-#include "context/file_tree.h"
+#include "cli_fixture.h"
 #include "context/list_files.h"
-#include "context/messages.h"
 #include "context/month_lock.h"
 #include "context/notation.h"
-#include "context/working_context.h"
 #include "shell/settings_files.h"
 #include "store/database.h"
 
 #include <QDate>
-#include <QDir>
-#include <QDirIterator>
 #include <QFileInfo>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
-
-// Readable failures for texts and lists of texts.
-void PrintTo(const QString& text, std::ostream* os) {
-    *os << '"' << text.toStdString() << '"';
-}
 
 using namespace tallora;
-using tallora::cli::runCli;
+using tallora::clitest::Result;
 
 namespace {
 
-struct Result {
-    int code = -1;
-    QString out;
-    QString err;
-};
-
-std::ostream& operator<<(std::ostream& os, const Result& r) {
-    return os << "exit " << r.code << "\nstdout: " << r.out.toStdString()
-              << "\nstderr: " << r.err.toStdString();
-}
-
 // The suites start with "cli" so that ctest -R cli selects them.
-class cliCommands : public ::testing::Test {
+class cliCommands : public clitest::CliFixture {
 protected:
-    void SetUp() override {
-        ASSERT_TRUE(unit.isValid());
-        ASSERT_TRUE(program.isValid());
-    }
-
-    // The command with the temporary unit and program folder given first.
-    Result run(const QStringList& args) {
-        return runRaw(QStringList{"--unit", unit.path(), "--program-dir", program.path()} + args);
-    }
-    Result runRaw(const QStringList& args) {
-        Result r;
-        QTextStream out(&r.out);
-        QTextStream err(&r.err);
-        r.code = runCli(args, out, err);
-        out.flush();
-        err.flush();
-        return r;
-    }
-
-    QString msg(int n) const { return Missatge(ctx, n); }
-    QString llibres() const { return llibresDir(unit.path()); }
-    QString company(const QString& nif8) const { return companyDir(unit.path(), nif8); }
-
-    void createCompany(const QString& name, const QString& nif, bool treasury = false) {
-        QStringList args{"--yes", "company-create", "--name", name, "--nif", nif};
-        if (treasury) args << "--treasury";
-        const Result r = run(args);
-        ASSERT_EQ(r.code, 0) << r;
-    }
-    void createExercise(const QString& nif8, const QString& year, const QStringList& more = {}) {
-        const Result r = run(QStringList{"--yes", "exercise-create", nif8, "--year", year} + more);
-        ASSERT_EQ(r.code, 0) << r;
-    }
     void addCustomer(const QString& gest, const QString& name) {
         auto db = store::Database::open(gest);
         db.prepare("insert into Clients (nom, NIF) values (?, ?)")
@@ -90,18 +33,6 @@ protected:
         st.next();
         return st.int32(0);
     }
-    // Every file under a folder, relative to it.
-    static QStringList filesUnder(const QString& folder) {
-        QStringList found;
-        QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-        while (it.hasNext()) found << QDir(folder).relativeFilePath(it.next());
-        found.sort();
-        return found;
-    }
-
-    QTemporaryDir unit;
-    QTemporaryDir program;
-    WorkingContext ctx;  // Spanish, as a fresh program folder starts
 };
 
 // ---- help and the command line ------------------------------------------------------------

@@ -62,16 +62,21 @@ private:
     }
 };
 
-class RateFilter : public QObject {
+// The decimal key of rate and amount fields; what happens on leaving differs.
+class NumberFilter : public QObject {
 public:
-    RateFilter(const WorkingContext& ctx, QObject* parent) : QObject(parent), ctx_(ctx) {}
+    enum class Kind { Rate, Amount };
+    NumberFilter(const WorkingContext& ctx, Kind kind, QObject* parent)
+        : QObject(parent), ctx_(ctx), kind_(kind) {}
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
         auto* field = static_cast<QLineEdit*>(watched);
-        if (event->type() == QEvent::FocusOut && field->text().isEmpty())
-            field->setText(QStringLiteral("0"));
+        if (event->type() == QEvent::FocusOut) leave(field);
         if (event->type() != QEvent::KeyPress) return false;
+        const int pressed = static_cast<QKeyEvent*>(event)->key();
+        if (kind_ == Kind::Amount && (pressed == Qt::Key_Return || pressed == Qt::Key_Enter))
+            leave(field);
         auto* key = static_cast<QKeyEvent*>(event);
         if (key->text() != QStringLiteral(",") && key->text() != QStringLiteral(".")) return false;
         int code = key->text().at(0).unicode();
@@ -81,7 +86,38 @@ protected:
     }
 
 private:
+    void leave(QLineEdit* field) const {
+        if (kind_ == Kind::Rate) {
+            if (field->text().isEmpty()) field->setText(QStringLiteral("0"));
+            return;
+        }
+        if (const auto value = Money::parse(field->text(), ctx_.decimalMark()))
+            field->setText(Format_Import(ctx_, *value));
+    }
+
     const WorkingContext& ctx_;
+    Kind kind_;
+};
+
+class LettersDigitsFilter : public QObject {
+public:
+    LettersDigitsFilter(std::function<void()> beep, QObject* parent)
+        : QObject(parent), beep_(std::move(beep)) {}
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress) return false;
+        const QString text = static_cast<QKeyEvent*>(event)->text();
+        if (text.size() != 1 || !text.at(0).isPrint()) return false;  // editing keys pass
+        const char16_t c = text.at(0).unicode();
+        if ((c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'))
+            return false;
+        beep_();
+        return true;
+    }
+
+private:
+    std::function<void()> beep_;
 };
 
 }  // namespace
@@ -103,12 +139,29 @@ void helpOnF1(const WorkingContext& ctx, QWidget* form, const QString& key) {
     QObject::connect(f1, &QShortcut::activated, form, [&ctx, key] { Obre_Ajuda(ctx, key); });
 }
 
-void makeRateField(const WorkingContext& ctx, QLineEdit* field) {
-    field->installEventFilter(new RateFilter(ctx, field));
+namespace {
+
+void makeNumberField(const WorkingContext& ctx, QLineEdit* field, NumberFilter::Kind kind) {
+    field->installEventFilter(new NumberFilter(ctx, kind, field));
     QObject::connect(field, &QLineEdit::textEdited, field, [&ctx, field](const QString& text) {
         if (!text.isEmpty() && !Es_Numeric(ctx, text)) field->clear();
     });
     colourOnFocus(field);
+}
+
+}  // namespace
+
+void makeRateField(const WorkingContext& ctx, QLineEdit* field) {
+    makeNumberField(ctx, field, NumberFilter::Kind::Rate);
+}
+
+void makeAmountField(const WorkingContext& ctx, QLineEdit* field) {
+    field->setAlignment(Qt::AlignRight);
+    makeNumberField(ctx, field, NumberFilter::Kind::Amount);
+}
+
+void lettersAndDigitsOnly(QLineEdit* field, std::function<void()> beep) {
+    field->installEventFilter(new LettersDigitsFilter(std::move(beep), field));
 }
 
 }  // namespace tallora::ui

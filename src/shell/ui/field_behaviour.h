@@ -7,6 +7,8 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
+
 class QLineEdit;
 class QWidget;
 
@@ -26,5 +28,13 @@ void helpOnF1(const WorkingContext& ctx, QWidget* form, const QString& key);
 // (Tecla_Decimal), a change that is not numeric (Es_Numeric) empties the field, and an
 // empty field becomes "0" when it loses the focus.
 void makeRateField(const WorkingContext& ctx, QLineEdit* field);
+
+// An amount field: the decimal key as for a rate, a change that is not numeric empties the
+// field, and Enter or leaving it shows the amount in the money format (Format_Import).
+void makeAmountField(const WorkingContext& ctx, QLineEdit* field);
+
+// Letters a-z and A-Z and digits pass, so do editing keys; any other character beeps
+// (through `beep`) and is dropped. For tax numbers.
+void lettersAndDigitsOnly(QLineEdit* field, std::function<void()> beep);
 
 }  // namespace tallora::ui

@@ -6,6 +6,11 @@
 #include "context/program.h"
 #include "context/working_context.h"
 #include "form_configuracio.h"
+#include "master/ui/accounts_form.h"
+#include "master/ui/customers_form.h"
+#include "master/ui/references_form.h"
+#include "master/ui/suppliers_form.h"
+#include "master/ui/treasury_accounts_form.h"
 #include "obre_ajuda.h"
 #include "screen_style.h"
 #include "schema/maintenance.h"
@@ -100,7 +105,7 @@ void FormMDI::buildMenus() {
             action = menus.value(entry.menu)->addSeparator();
         } else {
             action = menus.value(entry.menu)->addAction(shell::menuCaption(ctx_, entry));
-            action->setEnabled(entry.built);
+            action->setEnabled(shell::menuEntryAvailable(ctx_, entry));
             const QString name = entry.name;
             connect(action, &QAction::triggered, this, [this, name] { runEntry(name); });
         }
@@ -129,7 +134,7 @@ void FormMDI::buildToolBar() {
             continue;
         }
         const shell::MenuEntry* menuEntry = shell::findMenuEntry(entry);
-        a->setEnabled(menuEntry && menuEntry->built);
+        a->setEnabled(menuEntry && shell::menuEntryAvailable(ctx_, *menuEntry));
         a->setVisible(shell::menuEntryVisible(ctx_, entry));
         connect(a, &QAction::triggered, this, [this, entry] { runEntry(entry); });
     }
@@ -151,6 +156,18 @@ void FormMDI::runEntry(const QString& name) {
         else
             schema::Compacta_Bases(ctx_, dialogs_);
         QApplication::restoreOverrideCursor();
+    } else if (name == QStringLiteral("Clients")) {
+        if (ctx_.ModeExercici != QStringLiteral("TICKETS")) openMaster<frmclients>();
+    } else if (name == QStringLiteral("Proveidorsbd")) {
+        openMaster<frmProveidors>();
+    } else if (name == QStringLiteral("Comptesbd")) {
+        openMaster<formComptes>();
+    } else if (name == QStringLiteral("mnu_cuentas")) {
+        openMaster<frmTesoreria_cuentas>();
+    } else if (name == QStringLiteral("mnu_contrapartidas")) {
+        openMaster<frmTesoreria_otrascuentas>();
+    } else if (name == QStringLiteral("mnuReferencias")) {
+        openMaster<frmReferencias>();
     } else if (name == QStringLiteral("contingut")) {
         ui::Obre_Ajuda(ctx_, QStringLiteral("indice"));
     } else if (name == QStringLiteral("Sobreombrelsoft")) {
@@ -217,6 +234,20 @@ QMdiSubWindow* FormMDI::openChild(QWidget* screen) {
     Barra_Estat(QString());
     QApplication::restoreOverrideCursor();
     return window;
+}
+
+template <class Screen>
+void FormMDI::openMaster() {
+    // One window per master file: asking again brings the open one to the front.
+    for (QMdiSubWindow* window : mdi_->subWindowList()) {
+        if (qobject_cast<Screen*>(window->widget())) {
+            mdi_->setActiveSubWindow(window);
+            return;
+        }
+    }
+    auto* screen = new Screen(ctx_, dialogs_);
+    connect(screen, &MasterForm::statusChanged, this, &FormMDI::Barra_Estat);
+    openChild(screen);
 }
 
 void FormMDI::Tanca_Filles() {

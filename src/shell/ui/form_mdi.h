@@ -58,6 +58,8 @@ private:
     void buildToolBar();
     void runEntry(const QString& name);
     void showMonthLock();
+    template <class Screen>
+    void openMaster();
     void openSettings();
     void fillWindowMenu(QMenu* menu);
     void applyScreenMode();

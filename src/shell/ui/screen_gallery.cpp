@@ -7,6 +7,16 @@
 #include "form_mdi.h"
 #include "form_menu.h"
 #include "form_seleccio.h"
+#include "master/customers.h"
+#include "master/price_references.h"
+#include "master/suppliers.h"
+#include "master/treasury_accounts.h"
+#include "master/ui/accounts_form.h"
+#include "master/ui/customers_form.h"
+#include "master/ui/references_form.h"
+#include "master/ui/suppliers_form.h"
+#include "master/ui/treasury_accounts_form.h"
+#include "schema/upgrades.h"
 #include "shell/company_list.h"
 #include "shell/exercises.h"
 #include "shell/settings_files.h"
@@ -15,6 +25,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QTabWidget>
@@ -37,6 +48,70 @@ public:
 YesDialogs& dialogs() {
     static YesDialogs d;
     return d;
+}
+
+// Customers, suppliers, treasury accounts and references a small shop would have.
+void fillMasterFiles(WorkingContext& ctx) {
+    ctx.Tesoreria = true;
+    ctx.Facturacio = true;
+    schema::Actualitza_Bases(ctx);
+    const char* customers[][5] = {
+        {"Construccions Puigdemunt, S.L.", "Av. Catalunya, 45", "Granollers", "08401", "B08123456"},
+        {"Bricolatge Vallès, S.C.P.", "C/ Sant Jaume, 8", "Cardedeu", "08440", "J60123457"},
+        {"Jordi Casals Ferrer", "C/ de la Riera, 3", "La Garriga", "08530", "46123456P"},
+        {"Instal·lacions Tort, S.L.", "Polígon Can Volart, nau 7", "Parets del Vallès", "08150", "B62345678"},
+        {"Ajuntament de Canovelles", "Plaça de l'Ajuntament, 1", "Canovelles", "08420", "P0803900J"},
+        {"Reformas Hermanos Gil, S.L.", "C/ Girona, 112", "Granollers", "08402", "B65987654"},
+        {"Maria Àngels Soler Pujol", "C/ Corró, 221", "Granollers", "08401", "38987654M"},
+        {"Fusteria Can Mas", "Ctra. de Ribes, km 3", "Les Franqueses", "08520", "B61234987"},
+    };
+    for (const auto& row : customers) {
+        master::Customer c;
+        c.nom = QString::fromUtf8(row[0]);
+        c.direccio = QString::fromUtf8(row[1]);
+        c.poblacio = QString::fromUtf8(row[2]);
+        c.cp = QString::fromUtf8(row[3]);
+        c.nif = QString::fromUtf8(row[4]);
+        c.provincia = QStringLiteral("Barcelona");
+        c.telefon = QStringLiteral("938 70 12 34");
+        c.formaPago = QStringLiteral("Transferencia 30 días");
+        master::saveCustomer(ctx, dialogs(), c, true);
+    }
+    const char* suppliers[][3] = {
+        {"Distribuciones Ferreteras del Norte, S.A.", "Bilbao", "A48123456"},
+        {"Suministros Industriales Vallès, S.L.", "Mollet del Vallès", "B08987654"},
+        {"Pintures Tarragona, S.A.", "Reus", "A43123987"},
+        {"Endesa Energía, S.A.U.", "Madrid", "A81948077"},
+        {"Telefónica de España, S.A.U.", "Madrid", "A82018474"},
+    };
+    for (const auto& row : suppliers) {
+        master::Supplier p;
+        p.nom = QString::fromUtf8(row[0]);
+        p.poblacio = QString::fromUtf8(row[1]);
+        p.nif = QString::fromUtf8(row[2]);
+        master::saveSupplier(ctx, dialogs(), p, true);
+    }
+    master::TreasuryAccount cash{{}, master::kGrupCaja, QStringLiteral("Caja tienda"), {}, QStringLiteral("350,00")};
+    master::TreasuryAccount bank{{}, master::kGrupBancos, QStringLiteral("CaixaBank c/c"),
+                                 QStringLiteral("21000001230200012345"), QStringLiteral("12.480,15")};
+    master::saveTreasuryAccount(ctx, dialogs(), cash, true);
+    master::saveTreasuryAccount(ctx, dialogs(), bank, true);
+    master::OtherAccount loan{{}, QStringLiteral("170"), QStringLiteral("Deudas a largo plazo"),
+                              QStringLiteral("Préstamo ICO local"), QStringLiteral("18.000,00"), QStringLiteral("P")};
+    master::OtherAccount owner{{}, QStringLiteral("550"), QStringLiteral("Cuenta corriente con socios"),
+                               QStringLiteral("Cuenta del titular"), QStringLiteral("0"), QStringLiteral("A")};
+    master::saveOtherAccount(ctx, dialogs(), loan, true);
+    master::saveOtherAccount(ctx, dialogs(), owner, true);
+    const char* references[][3] = {
+        {"TORN-M8", "Tornillo hexagonal M8 x 40 (caja 100)", "12,50"},
+        {"PINT-BL15", "Pintura plástica blanca 15 l", "48,90"},
+        {"TALADRO-18V", "Taladro percutor 18 V con dos baterías", "139,00"},
+        {"HORA-MONT", "Hora de montaje en obra", "32,00"},
+    };
+    for (const auto& row : references) {
+        master::PriceReference r{{}, QString::fromUtf8(row[0]), QString::fromUtf8(row[1]), QString::fromUtf8(row[2])};
+        master::saveReference(ctx, dialogs(), r, true);
+    }
 }
 
 // A program folder and a unit with three companies, the first with two exercises.
@@ -76,6 +151,8 @@ const Sample& sample(const QString& idioma) {
             e.ivas = {QStringLiteral("21"), QStringLiteral("10"), QStringLiteral("4"), QStringLiteral("5")};
             shell::Graba_Exercici(ctx, dialogs(), e);
         }
+        shell::Obre_Exercici(ctx, dialogs(), QStringLiteral("2026"));
+        fillMasterFiles(ctx);
     }
     return s;
 }
@@ -101,10 +178,26 @@ std::unique_ptr<QWidget> made(WorkingContext& ctx) {
     return std::make_unique<Screen>(ctx, dialogs());
 }
 
+// A master screen on the sample exercise with treasury and billing on, browsing the
+// second row of its list, or changing it.
+template <typename Screen>
+GalleryScreen masterScreen(const QString& name, bool changing) {
+    return {name + (changing ? QStringLiteral("_editing") : QString()), [changing](WorkingContext& ctx) {
+                openExercise(ctx);
+                ctx.Tesoreria = true;
+                ctx.Facturacio = true;
+                auto screen = std::make_unique<Screen>(ctx, dialogs());
+                screen->resize(980, 620);
+                screen->list()->setCurrentRow(std::min(1, screen->list()->count() - 1));
+                if (changing) screen->Modificar();
+                return std::unique_ptr<QWidget>(std::move(screen));
+            }};
+}
+
 }  // namespace
 
 std::vector<GalleryScreen> screenGallery() {
-    return {
+    std::vector<GalleryScreen> screens{
         {QStringLiteral("FormConfiguracio_first_run"),
          [](WorkingContext& ctx) {
              pointAtSample(ctx);
@@ -157,6 +250,16 @@ std::vector<GalleryScreen> screenGallery() {
              return std::unique_ptr<QWidget>(std::move(form));
          }},
     };
+    for (bool changing : {false, true}) {
+        screens.push_back(masterScreen<frmclients>(QStringLiteral("frmclients"), changing));
+        screens.push_back(masterScreen<frmProveidors>(QStringLiteral("frmProveidors"), changing));
+        screens.push_back(masterScreen<formComptes>(QStringLiteral("formComptes"), changing));
+        screens.push_back(masterScreen<frmTesoreria_cuentas>(QStringLiteral("frmTesoreria_cuentas"), changing));
+        screens.push_back(
+            masterScreen<frmTesoreria_otrascuentas>(QStringLiteral("frmTesoreria_otrascuentas"), changing));
+        screens.push_back(masterScreen<frmReferencias>(QStringLiteral("frmReferencias"), changing));
+    }
+    return screens;
 }
 
 }  // namespace tallora

@@ -1,0 +1,137 @@
+#include "commands.h"
+#include "context/common_helpers.h"
+#include "context/working_context.h"
+#include "master/customers.h"
+#include "master_common.h"
+#include "schema/creation.h"
+#include "store/database.h"
+
+#include <utility>
+#include <vector>
+
+namespace tallora::cli {
+namespace {
+
+using master::Customer;
+
+const std::vector<std::pair<const char*, QString Customer::*>>& textFields() {
+    static const std::vector<std::pair<const char*, QString Customer::*>> fields{
+        {"name", &Customer::nom},
+        {"address", &Customer::direccio},
+        {"town", &Customer::poblacio},
+        {"province", &Customer::provincia},
+        {"postal-code", &Customer::cp},
+        {"nif", &Customer::nif},
+        {"phone", &Customer::telefon},
+        {"fax", &Customer::fax},
+        {"email", &Customer::email},
+        {"web", &Customer::web},
+        {"payment", &Customer::formaPago},
+        {"bank", &Customer::entidad},
+        {"ccc", &Customer::ccc}};
+    return fields;
+}
+
+// The tax-number field drops every key but digits and the letters a-z.
+void checkNif(const QString& nif) {
+    for (const QChar c : nif)
+        if (!((c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z')))
+            throw UsageError{
+                QStringLiteral("--nif: \"%1\" holds a character other than digits and letters")
+                    .arg(nif)};
+}
+
+// The words of the fields, checked before anything is opened.
+void checkFields(const CliOptions& o) {
+    checkNif(o.value(QStringLiteral("nif")));
+    if (o.given(QStringLiteral("re"))) yesNoArgument(QStringLiteral("re"), o.value("re"));
+    amountArgument(QStringLiteral("balance"), o.value(QStringLiteral("balance")));
+}
+
+// The balance shows only with treasury, the commercial tab only with billing.
+bool fieldsExist(Session& s, const CliOptions& o) {
+    if (o.given(QStringLiteral("balance")) && !needsTreasury(s, QStringLiteral("--balance")))
+        return false;
+    for (const char* option : {"payment", "bank", "ccc"})
+        if (o.given(QString::fromLatin1(option)) &&
+            !needsBilling(s, QStringLiteral("--") + QString::fromLatin1(option)))
+            return false;
+    return true;
+}
+
+void takeFields(const Session& s, const CliOptions& o, Customer& c) {
+    for (const auto& [option, field] : textFields()) takeText(o, option, c.*field);
+    if (o.given(QStringLiteral("re"))) c.re = yesNoArgument(QStringLiteral("re"), o.value("re"));
+    if (o.given(QStringLiteral("balance")))
+        c.saldo = fieldAmount(s.ctx, o.value(QStringLiteral("balance")));
+}
+
+QString yesNo(bool value) {
+    return value ? QStringLiteral("yes") : QStringLiteral("no");
+}
+
+}  // namespace
+
+int customersCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    if (!enterMasterFiles(s, w)) return kRefused;
+    // The screen's list holds names only; here every row comes with its number and fields,
+    // in the list's order, from one read.
+    store::Database db = store::Database::open(s.ctx.exerciseFile(schema::db::Gest));
+    QString sql = QStringLiteral(
+        "select client, nom, NIF, direccio, poblacio, provincia, cp, telefon, fax, email, web, "
+        "RE");
+    sql += s.ctx.Tesoreria ? QStringLiteral(", saldo") : QStringLiteral(", 0");
+    if (s.ctx.Facturacio) {
+        db.attach(s.ctx.companyFile(schema::db::Fact), QStringLiteral("fact"));
+        for (const char* column : {"FormaPago", "Entidad", "ccc"})
+            sql += QStringLiteral(
+                       ", (select %1 from fact.comercial_clientes k where k.Client = "
+                       "Clients.client order by k.Id limit 1)")
+                       .arg(QString::fromLatin1(column));
+    }
+    sql += QStringLiteral(" from Clients order by nom asc, client asc");
+    store::Statement st = db.prepare(sql);
+    while (st.next()) {
+        for (int column = 0; column < 11; ++column) s.out << st.text(column) << '\t';
+        s.out << yesNo(st.boolean(11)) << '\t'
+              << (s.ctx.Tesoreria ? Format_Import(s.ctx, st.money(12)) : QString());
+        for (int column = 13; column < 16; ++column)
+            s.out << '\t' << (s.ctx.Facturacio ? st.text(column) : QString());
+        s.out << '\n';
+    }
+    return s.finish(true);
+}
+
+int customerAddCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    checkFields(o);
+    if (!enterMasterFiles(s, w) || !fieldsExist(s, o)) return kRefused;
+    Customer c;
+    takeFields(s, o, c);
+    const master::Outcome outcome = master::saveCustomer(s.ctx, s.dialogs, c, true);
+    if (outcome.done()) s.out << c.client << '\n';
+    return outcomeCode(s, outcome);
+}
+
+int customerChangeCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    const QString number = numberArgument(o.arguments[2]);
+    checkFields(o);
+    if (!enterMasterFiles(s, w) || !fieldsExist(s, o)) return kRefused;
+    auto c = master::customerByNumber(s.ctx, number);
+    if (!c) return noSuchRecord(s, QStringLiteral("customer"), number);
+    takeFields(s, o, *c);
+    return outcomeCode(s, master::saveCustomer(s.ctx, s.dialogs, *c, false));
+}
+
+int customerRemoveCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    const QString number = numberArgument(o.arguments[2]);
+    if (!enterMasterFiles(s, w)) return kRefused;
+    if (!master::customerByNumber(s.ctx, number))
+        return noSuchRecord(s, QStringLiteral("customer"), number);
+    return outcomeCode(s, master::deleteCustomer(s.ctx, s.dialogs, number));
+}
+
+}  // namespace tallora::cli
