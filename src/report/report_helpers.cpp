@@ -1,0 +1,57 @@
+#include "report_helpers.h"
+
+#include "context/dialogs.h"
+#include "context/file_tree.h"
+#include "context/messages.h"
+#include "context/working_context.h"
+
+#include <QFileInfo>
+#include <QPrinterInfo>
+
+#include <cstdint>
+#include <limits>
+
+namespace tallora::report {
+namespace {
+
+int as16Bit(int value) {
+    return std::clamp(value, static_cast<int>(std::numeric_limits<std::int16_t>::min()),
+                      static_cast<int>(std::numeric_limits<std::int16_t>::max()));
+}
+
+}  // namespace
+
+PrintCapabilities systemPrintCapabilities() {
+    return {QPrinterInfo::availablePrinterNames(), true};
+}
+
+bool Hi_Ha_Impressora(const WorkingContext& ctx, Dialogs& dialogs,
+                      const PrintCapabilities& capabilities) {
+    if (!capabilities.printers.isEmpty() || capabilities.pdfPrinter) return true;
+    dialogs.stop(Missatge(ctx, 6640));
+    return false;
+}
+
+void Neteja_Informe(ReportJob& job) {
+    job.ReportFileName.clear();
+    for (QString& file : job.DataFiles) file.clear();
+    for (QString& formula : job.Formulas) formula.clear();
+    job.SelectionFormula.clear();
+}
+
+void Marges_Informe(ReportJob& job, const WorkingContext& ctx) {
+    job.MarginLeft = as16Bit(ctx.MargeEsquerre);
+    job.MarginBottom = as16Bit(ctx.MargeInferior);
+    job.MarginRight = as16Bit(ctx.MargeDret);
+    job.MarginTop = as16Bit(ctx.MargeSuperior);
+}
+
+QString reportFile(const WorkingContext& ctx, const QString& name) {
+    if (!ctx.programDir.isEmpty()) {
+        const QString own = ctx.programFile(name);
+        if (QFileInfo(own).isFile()) return own;
+    }
+    return findFileNoCase(withTrailingSlash(ctx.resourcesDir) + QStringLiteral("reports/"), name);
+}
+
+}  // namespace tallora::report

@@ -1,0 +1,36 @@
+#pragma once
+// The common procedures around a report job, under the names the screens call them by.
+#include "context/fwd.h"
+#include "report_job.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace tallora::report {
+
+// What the machine can print to. Qt's own PDF printer is always there, so a machine with no
+// physical printer still prints, to a file.
+struct PrintCapabilities {
+    QStringList printers;  // installed printers by name
+    bool pdfPrinter = true;
+};
+PrintCapabilities systemPrintCapabilities();
+
+// True when something can print (a printer, or the PDF printer); otherwise message 6640
+// with the stop icon and false. Every print action calls it first.
+bool Hi_Ha_Impressora(const WorkingContext& ctx, Dialogs& dialogs,
+                      const PrintCapabilities& capabilities = systemPrintCapabilities());
+
+// Prepares the job for a new report: empties ReportFileName, the ten DataFiles, the 71
+// Formulas and the selection. Sort fields, title, destination, copies and margins stay.
+void Neteja_Informe(ReportJob& job);
+
+// The four margins from the settings of marge.cfg (millimetres, as the working context
+// holds them): left, bottom, right, top, each as a 16-bit value.
+void Marges_Informe(ReportJob& job, const WorkingContext& ctx);
+
+// The path of layout `name`: the writable program folder's copy when there is one (so that
+// an installation may keep its own), else the installed one in <resources>/reports/.
+QString reportFile(const WorkingContext& ctx, const QString& name);
+
+}  // namespace tallora::report
