@@ -4,9 +4,16 @@
 #include "shell/settings_files.h"
 #include "shell/ui/blockmes.h"
 #include "shell/ui/form_mdi.h"
+#include "books/customer_listings.h"
+#include "master/ui/customers_form.h"
+#include "report/ui/report_preview.h"
+#include "schema/creation.h"
+#include "schema/upgrades.h"
+#include "store/database.h"
 
 #include <QAction>
 #include <QCheckBox>
+#include <QDir>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -81,6 +88,48 @@ private slots:
         QCOMPARE(window.BarraMDI()->findChild<QAction*>(QStringLiteral("Vendes"))->text(), Missatge(ctx, 232));
         window.Activa_BarraMDI(false);
         QVERIFY(!window.BarraMDI()->findChild<QAction*>(QStringLiteral("Ayuda"))->isEnabled());
+    }
+
+    void theMasterEntriesOpenOneScreenEach() {
+        WorkingContext ctx = fresh();
+        ScriptedDialogs dialogs;
+        ctx.Directori = program_.path() + QStringLiteral("/masters/2026/");
+        QDir().mkpath(ctx.Directori);
+        schema::createExerciseDatabases(ctx.Directori);
+        FormMDI window(ctx, dialogs);
+        QVERIFY(window.menuAction(QStringLiteral("Clients"))->isEnabled());
+        QVERIFY(!window.menuAction(QStringLiteral("mnuReferencias"))->isEnabled());  // no billing
+        window.menuAction(QStringLiteral("Clients"))->trigger();
+        window.BarraMDI()->findChild<QAction*>(QStringLiteral("Clients"))->trigger();
+        QCOMPARE(window.mdiArea()->subWindowList().size(), 2);  // the month lock and the customers
+        auto* customers = qobject_cast<frmclients*>(window.mdiArea()->activeSubWindow()->widget());
+        QVERIFY(customers);
+        customers->Alta();
+        QCOMPARE(window.statusPanel(2)->text(), QStringLiteral("Alta ..."));
+    }
+
+    void aListingSentToTheWindowOpensItsPreviewAsAChild() {
+        WorkingContext ctx = fresh();
+        ScriptedDialogs dialogs;
+        ctx.Directori = program_.path() + QStringLiteral("/listing/2026/");
+        QDir().mkpath(ctx.Directori);
+        schema::createExerciseDatabases(ctx.Directori);
+        schema::Actualitza_Bases(ctx);  // the fields an opening adds: the listing prints cp
+        {
+            store::Database gest = store::Database::open(ctx.Directori + schema::db::Gest);
+            store::Statement add = gest.prepare("insert into Clients (nom, direccio, poblacio) values (?, ?, ?)");
+            for (int i = 1; i <= 120; ++i)
+                add.bind(1, QStringLiteral("Cliente %1").arg(i)).bind(2, "C/ Major 1").bind(3, "Vic").execute(),
+                    add.reset();
+        }
+        FormMDI window(ctx, dialogs);
+        const auto result = books::btnLListatClients(ctx, dialogs, window.reportJob(), window.reportOutput(),
+                                                     {books::ListingKind::Domicile, QDate(2026, 11, 21)});
+        QVERIFY2(result.ok(), qPrintable(result.error));
+        auto* preview = qobject_cast<report::ReportPreview*>(window.mdiArea()->activeSubWindow()->widget());
+        QVERIFY(preview);
+        QVERIFY(preview->pageCount() >= 2);
+        QCOMPARE(preview->pageCount(), result.pages);
     }
 
     void theMonthLockSavesAndItsCancelAsks() {

@@ -12,6 +12,8 @@
 #include "master/ui/suppliers_form.h"
 #include "master/ui/treasury_accounts_form.h"
 #include "obre_ajuda.h"
+#include "report/report_job.h"
+#include "report/ui/qt_report_output.h"
 #include "screen_style.h"
 #include "schema/maintenance.h"
 #include "shell/menu_tree.h"
@@ -39,7 +41,11 @@ bool ticketsMode(const WorkingContext& ctx) { return ctx.ModeExercici == QString
 }  // namespace
 
 FormMDI::FormMDI(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
-    : QMainWindow(parent), ctx_(ctx), dialogs_(dialogs), mdi_(new QMdiArea(this)) {
+    : QMainWindow(parent),
+      ctx_(ctx),
+      dialogs_(dialogs),
+      mdi_(new QMdiArea(this)),
+      reportJob_(std::make_unique<report::ReportJob>()) {
     setObjectName(QStringLiteral("FormMDI"));
     setWindowTitle(programName());
     const bool pantallaKnown = shell::Inicia_MDI(ctx_, &dialogs_);
@@ -234,6 +240,16 @@ QMdiSubWindow* FormMDI::openChild(QWidget* screen) {
     Barra_Estat(QString());
     QApplication::restoreOverrideCursor();
     return window;
+}
+
+FormMDI::~FormMDI() = default;
+
+report::ReportOutput* FormMDI::reportOutput() {
+    if (!reportOutput_) {
+        reportOutput_ = std::make_unique<report::QtReportOutput>(&dialogs_, this);
+        reportOutput_->setWindowHook([this](QWidget* preview) { openChild(preview); });
+    }
+    return reportOutput_.get();
 }
 
 template <class Screen>

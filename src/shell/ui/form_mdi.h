@@ -5,6 +5,8 @@
 
 #include <QHash>
 
+#include <memory>
+
 class QAction;
 class QLabel;
 class QMdiArea;
@@ -13,6 +15,12 @@ class QMenu;
 class QToolBar;
 
 namespace tallora {
+
+namespace report {
+struct ReportJob;
+class QtReportOutput;
+class ReportOutput;
+}  // namespace report
 
 class Dialogs;
 class WorkingContext;
@@ -23,6 +31,7 @@ class FormMDI : public QMainWindow {
 public:
     // Reads the installation settings and prepares the treasury, as the shell's start does.
     FormMDI(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent = nullptr);
+    ~FormMDI() override;
 
     QMdiArea* mdiArea() const { return mdi_; }
     // Panel 1 to 3 of the status bar `Barra`.
@@ -32,6 +41,10 @@ public:
     // The menu entry or top menu of that name.
     QAction* menuAction(const QString& name) const { return actions_.value(name); }
     blockmes* monthLock() const { return blockmes_; }
+    // The report control of the main window: every report of the open exercise is filled
+    // in here, and its window destination opens the preview as a working child.
+    report::ReportJob& reportJob() { return *reportJob_; }
+    report::ReportOutput* reportOutput();
 
     // Panel 2 of the status bar.
     void Barra_Estat(const QString& text);
@@ -73,6 +86,8 @@ private:
     QHash<QString, QAction*> actions_;
     blockmes* blockmes_ = nullptr;
     QMdiSubWindow* blockmesWindow_ = nullptr;
+    std::unique_ptr<report::ReportJob> reportJob_;
+    std::unique_ptr<report::QtReportOutput> reportOutput_;
     bool leaving_ = false;
     bool toCompanies_ = false;
 };
