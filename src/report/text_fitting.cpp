@@ -4,22 +4,22 @@
 
 namespace tallora::report {
 
-int FontBook::indexOf(const FontSpec& spec) {
-    for (size_t i = 0; i < specs_.size(); ++i)
-        if (specs_[i] == spec) return static_cast<int>(i);
-    QFont font(spec.family);
-    font.setPixelSize(std::max(1, static_cast<int>(std::lround(spec.size / 72.0 * kDotsPerInch))));
-    font.setBold(spec.bold);
-    font.setItalic(spec.italic);
+int FontBook::indexOf(const FontSpec& face) {
+    for (size_t i = 0; i < faces_.size(); ++i)
+        if (faces_[i] == face) return static_cast<int>(i);
+    QFont font(face.family);
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(face.size / 72.0 * kDotsPerInch))));
+    font.setBold(face.bold);
+    font.setItalic(face.italic);
     font.setHintingPreference(QFont::PreferNoHinting);
     font.setStyleStrategy(QFont::PreferOutline);
     // A spacing of 100 % changes no advance but turns ligatures off, so that "fi" stays two
     // letters that a reader of the PDF can search and copy.
     font.setLetterSpacing(QFont::PercentageSpacing, 100);
-    specs_.push_back(spec);
+    faces_.push_back(face);
     fonts_.push_back(font);
     metrics_.emplace_back(font);
-    return static_cast<int>(specs_.size() - 1);
+    return static_cast<int>(faces_.size() - 1);
 }
 
 QStringList wrapLines(const QString& text, double width, const QFontMetricsF& metrics) {

@@ -14,12 +14,12 @@ namespace tallora::report {
 class FontBook {
 public:
     // The index of the font, added on first use.
-    int indexOf(const FontSpec& spec);
+    int indexOf(const FontSpec& face);
     const QFontMetricsF& metrics(int font) const { return metrics_.at(font); }
     const std::vector<QFont>& fonts() const { return fonts_; }
 
 private:
-    std::vector<FontSpec> specs_;
+    std::vector<FontSpec> faces_;
     std::vector<QFont> fonts_;
     std::vector<QFontMetricsF> metrics_;
 };
