@@ -109,18 +109,13 @@ QStringList accountClasses(const WorkingContext& ctx, Family f) {
 
 Outcome saveAccount(const WorkingContext& ctx, Dialogs& dialogs, Family f, Account& a, bool isNew) {
     const int grup = familyGrup(f);
-    if (a.nomCompte.trimmed().isEmpty()) {
-        dialogs.stop(Missatge(ctx, 509));
-        return Outcome::refused(QStringLiteral("txtdescripcio"));
-    }
-    if (a.tipus.trimmed().isEmpty()) {
-        dialogs.stop(Missatge(ctx, 510));
-        return Outcome::refused(QStringLiteral("ComboExplotacio"));
-    }
+    if (a.nomCompte.trimmed().isEmpty())
+        return detail::refuse(ctx, dialogs, 509, QStringLiteral("txtdescripcio"));
+    if (a.tipus.trimmed().isEmpty())
+        return detail::refuse(ctx, dialogs, 510, QStringLiteral("ComboExplotacio"));
     detail::sanitise({&a.nomCompte, &a.tipus});
 
-    int affected = 0;
-    const Outcome outcome = detail::guarded(dialogs, [&]() -> Outcome {
+    return detail::saving(ctx, dialogs, [&]() -> Outcome {
         if (isNew) {
             // Unique across the chart, but only when an account is made.
             if (schema::Verifica_NomCompte(ctx, dialogs, a.nomCompte))
@@ -134,7 +129,7 @@ Outcome saveAccount(const WorkingContext& ctx, Dialogs& dialogs, Family f, Accou
                 .bind(2, familyNomGrup(ctx, f))
                 .bind(3, detail::stored(a.nomCompte))
                 .bind(4, detail::stored(a.tipus));
-            affected = ins.execute();
+            const int affected = ins.execute();
             a.compte = QString::number(d.lastInsertId());
             a.grup = QString::number(grup);
             return Outcome::wrote(affected);
@@ -149,7 +144,7 @@ Outcome saveAccount(const WorkingContext& ctx, Dialogs& dialogs, Family f, Accou
                                  QStringLiteral(" set NomCompte=?, Tipus=? where Compte = ?"));
         up.bind(1, detail::stored(a.nomCompte)).bind(2, detail::stored(a.tipus));
         detail::bindKey(up, 3, a.compte);
-        affected = up.execute();
+        const int affected = up.execute();
         // On every change, whatever changed: the invoices take the name and, in their
         // NomGrup, the account's class. The Grup keeps the other family's invoices out.
         const auto cascade = [&](const QString& sql) {
@@ -168,14 +163,10 @@ Outcome saveAccount(const WorkingContext& ctx, Dialogs& dialogs, Family f, Accou
         tx.commit();
         return Outcome::wrote(affected);
     });
-    if (outcome.done()) dialogs.information(Missatge(ctx, 314) + QString::number(affected));
-    return outcome;
 }
 
 Outcome deleteAccount(const WorkingContext& ctx, Dialogs& dialogs, Family f, std::int32_t compte) {
-    if (!detail::confirmDeletion(ctx, dialogs, 516)) return Outcome::declined();
-    int affected = 0;
-    const Outcome outcome = detail::guarded(dialogs, [&]() -> Outcome {
+    return detail::deletion(ctx, dialogs, 516, [&]() -> Outcome {
         const auto invoiced = [&](const QString& file, const QString& sql) {
             if (!QFileInfo::exists(file)) return false;
             Database d = Database::open(file);
@@ -187,19 +178,14 @@ Outcome deleteAccount(const WorkingContext& ctx, Dialogs& dialogs, Family f, std
                 ctx.exerciseFile(db::FrasOut),
                 QStringLiteral("select Compte, Grup from frasout where Compte=? and Grup=?")) ||
             invoiced(ctx.exerciseFile(db::FrasIn),
-                     QStringLiteral("select Compte, Grup from FrasIN where Compte=? and Grup=?"))) {
-            dialogs.stop(Missatge(ctx, 517));
-            return Outcome::refused();
-        }
+                     QStringLiteral("select Compte, Grup from FrasIN where Compte=? and Grup=?")))
+            return detail::refuse(ctx, dialogs, 517);
         Database d = Database::open(ctx.exerciseFile(db::Comptes));
         Statement del = d.prepare(QStringLiteral("delete from ") + tableSql(f) +
                                   QStringLiteral(" where Compte = ?"));
         del.bind(1, compte);
-        affected = del.execute();
-        return Outcome::wrote(affected);
+        return Outcome::wrote(del.execute());
     });
-    if (outcome.done()) dialogs.information(Missatge(ctx, 311) + QString::number(affected));
-    return outcome;
 }
 
 }  // namespace tallora::master

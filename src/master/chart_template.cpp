@@ -87,7 +87,7 @@ QString prepareTemplates(const WorkingContext& ctx) {
     const QString programDir = withTrailingSlash(ctx.programDir);
     QDir().mkpath(programDir);
     QString error;
-    for (const QString idioma : {QStringLiteral("esp"), QStringLiteral("cat")}) {
+    for (const QString& idioma : {QStringLiteral("esp"), QStringLiteral("cat")}) {
         try {
             makeMissingChart(programDir, ctx.resourcesDir, idioma);
         } catch (const std::exception& e) {

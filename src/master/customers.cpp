@@ -95,10 +95,8 @@ std::optional<Customer> customerByNumber(const WorkingContext& ctx, const QStrin
 }
 
 Outcome saveCustomer(const WorkingContext& ctx, Dialogs& dialogs, Customer& c, bool isNew) {
-    if (c.nom.trimmed().isEmpty()) {
-        dialogs.stop(Missatge(ctx, 312));
-        return Outcome::refused(QStringLiteral("txtnom"));
-    }
+    if (c.nom.trimmed().isEmpty())
+        return detail::refuse(ctx, dialogs, 312, QStringLiteral("txtnom"));
     detail::sanitise({&c.nom, &c.direccio, &c.poblacio, &c.provincia, &c.cp, &c.nif, &c.telefon,
                       &c.fax, &c.email, &c.web, &c.saldo});
     if (c.saldo.isEmpty()) c.saldo = QStringLiteral("0");
@@ -113,11 +111,8 @@ Outcome saveCustomer(const WorkingContext& ctx, Dialogs& dialogs, Customer& c, b
     detail::Notices notices;
     const Outcome outcome = detail::guarded(dialogs, [&]() -> Outcome {
         Database d = Database::open(ctx.exerciseFile(db::Gest));
-        if (isNew &&
-            detail::anyRow(d, QStringLiteral("select * from Clients where nom=?"), c.nom)) {
-            dialogs.stop(Missatge(ctx, 6843));
-            return Outcome::refused(QStringLiteral("txtnom"));
-        }
+        if (isNew && detail::anyRow(d, QStringLiteral("select * from Clients where nom=?"), c.nom))
+            return detail::refuse(ctx, dialogs, 6843, QStringLiteral("txtnom"));
         if (ctx.Facturacio) d.attach(ctx.companyFile(db::Fact), QStringLiteral("fact"));
         const bool salesFile = !isNew && detail::attachIfPresent(d, ctx.exerciseFile(db::FrasOut),
                                                                  QStringLiteral("fo"));
@@ -181,30 +176,24 @@ Outcome saveCustomer(const WorkingContext& ctx, Dialogs& dialogs, Customer& c, b
 }
 
 Outcome deleteCustomer(const WorkingContext& ctx, Dialogs& dialogs, const QString& client) {
-    if (!detail::confirmDeletion(ctx, dialogs, 309)) return Outcome::declined();
-    int affected = 0;
-    const Outcome outcome = detail::guarded(dialogs, [&]() -> Outcome {
-        auto refuse = [&](int message) {
-            dialogs.stop(Missatge(ctx, message));
-            return Outcome::refused();
-        };
+    return detail::deletion(ctx, dialogs, 309, [&]() -> Outcome {
         if (detail::anyRowIn(ctx.exerciseFile(db::FrasOut),
                              QStringLiteral("select * from frasout where client = ?"), client))
-            return refuse(310);
+            return detail::refuse(ctx, dialogs, 310);
         if (ctx.Tesoreria) {
             if (detail::anyRowIn(ctx.exerciseFile(db::Tesorer),
                                  QStringLiteral("select * from movimientos where cliente = ?"),
                                  client))
-                return refuse(6838);
+                return detail::refuse(ctx, dialogs, 6838);
             // The same message for a receipt: the customer screen never says 6840.
             if (detail::anyRowIn(ctx.companyFile(db::Cartera),
                                  QStringLiteral("select * from cartera where cliente = ?"), client))
-                return refuse(6838);
+                return detail::refuse(ctx, dialogs, 6838);
         }
         if (ctx.Facturacio &&
             detail::anyRowIn(ctx.companyFile(db::Fact),
                              QStringLiteral("select * from documentos where Client = ?"), client))
-            return refuse(6839);
+            return detail::refuse(ctx, dialogs, 6839);
 
         Database d = Database::open(ctx.exerciseFile(db::Gest));
         const bool billing = ctx.Facturacio && detail::attachIfPresent(d, ctx.companyFile(db::Fact),
@@ -212,7 +201,7 @@ Outcome deleteCustomer(const WorkingContext& ctx, Dialogs& dialogs, const QStrin
         store::Transaction tx(d);
         Statement del = d.prepare(QStringLiteral("delete from Clients where client = ?"));
         detail::bindKey(del, 1, client);
-        affected = del.execute();
+        const int affected = del.execute();
         if (billing) {
             Statement com =
                 d.prepare(QStringLiteral("delete from fact.comercial_clientes where Client = ?"));
@@ -222,8 +211,6 @@ Outcome deleteCustomer(const WorkingContext& ctx, Dialogs& dialogs, const QStrin
         tx.commit();
         return Outcome::wrote(affected);
     });
-    if (outcome.done()) dialogs.information(Missatge(ctx, 311) + QString::number(affected));
-    return outcome;
 }
 
 }  // namespace tallora::master

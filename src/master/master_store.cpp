@@ -8,6 +8,17 @@
 
 namespace tallora::master::detail {
 
+Outcome refuse(const WorkingContext& ctx, Dialogs& dialogs, int message, const QString& field) {
+    dialogs.stop(Missatge(ctx, message));
+    return Outcome::refused(field);
+}
+
+Outcome told(const WorkingContext& ctx, Dialogs& dialogs, int message, const Outcome& outcome) {
+    if (outcome.done())
+        dialogs.information(Missatge(ctx, message) + QString::number(outcome.affected));
+    return outcome;
+}
+
 Outcome refuseBadNumber(const WorkingContext& ctx, Dialogs& dialogs, int caption,
                         const QString& text, const QString& field) {
     dialogs.stop(Missatge(ctx, caption) + u' ' + Missatge(ctx, 655) + QStringLiteral(": ") + text);

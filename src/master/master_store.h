@@ -18,6 +18,13 @@
 
 namespace tallora::master::detail {
 
+// A refusal: message `message` with the stop icon, the focus going to `field`.
+Outcome refuse(const WorkingContext& ctx, Dialogs& dialogs, int message, const QString& field = {});
+
+// Tells "<message><count>" of a write that was done (314 saved, 311 deleted) and gives the
+// outcome as it came.
+Outcome told(const WorkingContext& ctx, Dialogs& dialogs, int message, const Outcome& outcome);
+
 // The refusal shown when an amount or number field holds text that is not one: the
 // field's caption (message `caption`), "INCORRECTO" (655) and the text as typed.
 Outcome refuseBadNumber(const WorkingContext& ctx, Dialogs& dialogs, int caption,
@@ -87,6 +94,20 @@ Outcome guarded(Dialogs& dialogs, Operation&& operation) {
         dialogs.stop(e.message());
         return Outcome::refused();
     }
+}
+
+// A save: `operation` under the store trap, then "Registros guardados: n" (314).
+template <typename Operation>
+Outcome saving(const WorkingContext& ctx, Dialogs& dialogs, Operation&& operation) {
+    return told(ctx, dialogs, 314, guarded(dialogs, std::forward<Operation>(operation)));
+}
+
+// A deletion: the question `question` + 25; on Yes `remove` under the store trap, then
+// "Se ha eliminado: n" (311).
+template <typename Remove>
+Outcome deletion(const WorkingContext& ctx, Dialogs& dialogs, int question, Remove&& remove) {
+    if (!confirmDeletion(ctx, dialogs, question)) return Outcome::declined();
+    return told(ctx, dialogs, 311, guarded(dialogs, std::forward<Remove>(remove)));
 }
 
 }  // namespace tallora::master::detail

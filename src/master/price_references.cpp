@@ -40,10 +40,8 @@ std::optional<PriceReference> referenceByCode(const WorkingContext& ctx,
 
 Outcome saveReference(const WorkingContext& ctx, Dialogs& dialogs, PriceReference& r, bool isNew) {
     // The message speaks of the description, but the code is what is compulsory.
-    if (r.referencia.trimmed().isEmpty()) {
-        dialogs.stop(Missatge(ctx, 7000));
-        return Outcome::refused(QStringLiteral("txtReferencia"));
-    }
+    if (r.referencia.trimmed().isEmpty())
+        return detail::refuse(ctx, dialogs, 7000, QStringLiteral("txtReferencia"));
     // The code itself goes in as typed: it is bound, never spliced into the statement.
     detail::sanitise({&r.descripcion, &r.precio});
     if (r.precio.isEmpty()) r.precio = QStringLiteral("0");
@@ -51,22 +49,19 @@ Outcome saveReference(const WorkingContext& ctx, Dialogs& dialogs, PriceReferenc
     if (!precio)
         return detail::refuseBadNumber(ctx, dialogs, 7005, r.precio, QStringLiteral("txtPrecio"));
 
-    int affected = 0;
-    const Outcome outcome = detail::guarded(dialogs, [&]() -> Outcome {
+    return detail::saving(ctx, dialogs, [&]() -> Outcome {
         Database d = Database::open(ctx.companyFile(db::Fact));
         // Descripcion refuses an empty text, so a reference without one keeps null.
         if (isNew) {
             if (detail::anyRow(d, QStringLiteral("select * from referencias where referencia=?"),
-                               r.referencia)) {
-                dialogs.stop(Missatge(ctx, 6843));
-                return Outcome::refused(QStringLiteral("txtReferencia"));
-            }
+                               r.referencia))
+                return detail::refuse(ctx, dialogs, 6843, QStringLiteral("txtReferencia"));
             Statement ins = d.prepare(QStringLiteral(
                 "Insert into referencias (Referencia, Descripcion, precio) values (?, ?, ?)"));
             ins.bind(1, detail::stored(r.referencia));
             detail::bindTextOrNull(ins, 2, r.descripcion);
             ins.bind(3, *precio);
-            affected = ins.execute();
+            const int affected = ins.execute();
             r.id = QString::number(d.lastInsertId());
             return Outcome::wrote(affected);
         }
@@ -76,26 +71,18 @@ Outcome saveReference(const WorkingContext& ctx, Dialogs& dialogs, PriceReferenc
         detail::bindTextOrNull(up, 2, r.descripcion);
         up.bind(3, *precio);
         detail::bindKey(up, 4, r.id);
-        affected = up.execute();
-        return Outcome::wrote(affected);
+        return Outcome::wrote(up.execute());
     });
-    if (outcome.done()) dialogs.information(Missatge(ctx, 314) + QString::number(affected));
-    return outcome;
 }
 
 Outcome deleteReference(const WorkingContext& ctx, Dialogs& dialogs, const QString& id) {
-    if (!detail::confirmDeletion(ctx, dialogs, 6999)) return Outcome::declined();
-    int affected = 0;
-    const Outcome outcome = detail::guarded(dialogs, [&]() -> Outcome {
+    return detail::deletion(ctx, dialogs, 6999, [&]() -> Outcome {
         // No test of use: billing lines keep their own text and price.
         Database d = Database::open(ctx.companyFile(db::Fact));
         Statement del = d.prepare(QStringLiteral("delete from referencias where Id = ?"));
         detail::bindKey(del, 1, id);
-        affected = del.execute();
-        return Outcome::wrote(affected);
+        return Outcome::wrote(del.execute());
     });
-    if (outcome.done()) dialogs.information(Missatge(ctx, 311) + QString::number(affected));
-    return outcome;
 }
 
 }  // namespace tallora::master

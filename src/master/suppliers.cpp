@@ -57,10 +57,8 @@ std::optional<Supplier> supplierByNumber(const WorkingContext& ctx, const QStrin
 }
 
 Outcome saveSupplier(const WorkingContext& ctx, Dialogs& dialogs, Supplier& s, bool isNew) {
-    if (s.nom.trimmed().isEmpty()) {
-        dialogs.stop(Missatge(ctx, 412));
-        return Outcome::refused(QStringLiteral("txtnom"));
-    }
+    if (s.nom.trimmed().isEmpty())
+        return detail::refuse(ctx, dialogs, 412, QStringLiteral("txtnom"));
     detail::sanitise({&s.nom, &s.direccio, &s.poblacio, &s.provincia, &s.cp, &s.nif, &s.telefon,
                       &s.fax, &s.email, &s.web, &s.saldo});
     if (s.saldo.isEmpty()) s.saldo = QStringLiteral("0");
@@ -76,10 +74,8 @@ Outcome saveSupplier(const WorkingContext& ctx, Dialogs& dialogs, Supplier& s, b
     const Outcome outcome = detail::guarded(dialogs, [&]() -> Outcome {
         Database d = Database::open(ctx.exerciseFile(db::Gest));
         if (isNew &&
-            detail::anyRow(d, QStringLiteral("select * from Proveidors where nom=?"), s.nom)) {
-            dialogs.stop(Missatge(ctx, 6843));
-            return Outcome::refused(QStringLiteral("txtnom"));
-        }
+            detail::anyRow(d, QStringLiteral("select * from Proveidors where nom=?"), s.nom))
+            return detail::refuse(ctx, dialogs, 6843, QStringLiteral("txtnom"));
         const bool purchasesFile =
             !isNew &&
             detail::attachIfPresent(d, ctx.exerciseFile(db::FrasIn), QStringLiteral("fi"));
@@ -139,35 +135,26 @@ Outcome saveSupplier(const WorkingContext& ctx, Dialogs& dialogs, Supplier& s, b
 }
 
 Outcome deleteSupplier(const WorkingContext& ctx, Dialogs& dialogs, const QString& proveidor) {
-    if (!detail::confirmDeletion(ctx, dialogs, 409)) return Outcome::declined();
-    int affected = 0;
-    const Outcome outcome = detail::guarded(dialogs, [&]() -> Outcome {
-        auto refuse = [&](int message) {
-            dialogs.stop(Missatge(ctx, message));
-            return Outcome::refused();
-        };
+    return detail::deletion(ctx, dialogs, 409, [&]() -> Outcome {
         if (detail::anyRowIn(ctx.exerciseFile(db::FrasIn),
                              QStringLiteral("select * from frasin where proveidor = ?"), proveidor))
-            return refuse(410);
+            return detail::refuse(ctx, dialogs, 410);
         if (ctx.Tesoreria) {
             if (detail::anyRowIn(ctx.exerciseFile(db::Tesorer),
                                  QStringLiteral("select * from movimientos where proveedor = ?"),
                                  proveidor))
-                return refuse(6841);
+                return detail::refuse(ctx, dialogs, 6841);
             if (detail::anyRowIn(ctx.companyFile(db::Cartera),
                                  QStringLiteral("select * from cartera where proveedor = ?"),
                                  proveidor))
-                return refuse(6842);
+                return detail::refuse(ctx, dialogs, 6842);
         }
         // Disbursements do not keep a supplier: Suplidos holds the name it had.
         Database d = Database::open(ctx.exerciseFile(db::Gest));
         Statement del = d.prepare(QStringLiteral("delete from Proveidors where proveidor = ?"));
         detail::bindKey(del, 1, proveidor);
-        affected = del.execute();
-        return Outcome::wrote(affected);
+        return Outcome::wrote(del.execute());
     });
-    if (outcome.done()) dialogs.information(Missatge(ctx, 311) + QString::number(affected));
-    return outcome;
 }
 
 }  // namespace tallora::master

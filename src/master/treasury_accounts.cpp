@@ -53,22 +53,15 @@ std::optional<OtherAccount> firstOtherAccount(const WorkingContext& ctx, const Q
 Outcome deleteWithoutMovements(const WorkingContext& ctx, Dialogs& dialogs, const QString& key,
                                const QString& movementsSql, const QString& database,
                                const QString& deleteSql) {
-    if (!detail::confirmDeletion(ctx, dialogs, 6663)) return Outcome::declined();
-    int affected = 0;
-    const Outcome outcome = detail::guarded(dialogs, [&]() -> Outcome {
+    return detail::deletion(ctx, dialogs, 6663, [&]() -> Outcome {
         // Only movements protect an account: other movements and receipts are not looked at.
-        if (detail::anyRowIn(ctx.exerciseFile(db::Tesorer), movementsSql, key)) {
-            dialogs.stop(Missatge(ctx, 6653));
-            return Outcome::refused();
-        }
+        if (detail::anyRowIn(ctx.exerciseFile(db::Tesorer), movementsSql, key))
+            return detail::refuse(ctx, dialogs, 6653);
         Database d = Database::open(ctx.exerciseFile(database));
         Statement del = d.prepare(deleteSql);
         detail::bindKey(del, 1, key);
-        affected = del.execute();
-        return Outcome::wrote(affected);
+        return Outcome::wrote(del.execute());
     });
-    if (outcome.done()) dialogs.information(Missatge(ctx, 311) + QString::number(affected));
-    return outcome;
 }
 
 }  // namespace
@@ -93,10 +86,8 @@ std::optional<TreasuryAccount> treasuryAccountById(const WorkingContext& ctx, co
 
 Outcome saveTreasuryAccount(const WorkingContext& ctx, Dialogs& dialogs, TreasuryAccount& t,
                             bool isNew) {
-    if (t.entidad.trimmed().isEmpty()) {
-        dialogs.stop(Missatge(ctx, 6654));
-        return Outcome::refused(QStringLiteral("txtcuenta"));
-    }
+    if (t.entidad.trimmed().isEmpty())
+        return detail::refuse(ctx, dialogs, 6654, QStringLiteral("txtcuenta"));
     detail::sanitise({&t.entidad, &t.ccc, &t.saldo});
     if (t.saldo.isEmpty()) t.saldo = QStringLiteral("0");
     const auto saldo = detail::amountOf(ctx, t.saldo);
@@ -104,22 +95,19 @@ Outcome saveTreasuryAccount(const WorkingContext& ctx, Dialogs& dialogs, Treasur
         return detail::refuseBadNumber(ctx, dialogs, 6742, t.saldo, QStringLiteral("txtsaldo"));
     if (t.grup != kGrupCaja) t.grup = kGrupBancos;
 
-    int affected = 0;
-    const Outcome outcome = detail::guarded(dialogs, [&]() -> Outcome {
+    return detail::saving(ctx, dialogs, [&]() -> Outcome {
         Database d = Database::open(ctx.exerciseFile(db::Tesorer));
         if (isNew) {
             if (detail::anyRow(d, QStringLiteral("select * from entidades where entidad=?"),
-                               t.entidad)) {
-                dialogs.stop(Missatge(ctx, 6843));
-                return Outcome::refused(QStringLiteral("txtcuenta"));
-            }
+                               t.entidad))
+                return detail::refuse(ctx, dialogs, 6843, QStringLiteral("txtcuenta"));
             Statement ins = d.prepare(QStringLiteral(
                 "Insert into entidades (Grup, entidad, ccc, saldo) values (?, ?, ?, ?)"));
             ins.bind(1, t.grup)
                 .bind(2, detail::stored(t.entidad))
                 .bind(3, detail::stored(t.ccc))
                 .bind(4, *saldo);
-            affected = ins.execute();
+            const int affected = ins.execute();
             t.id = QString::number(d.lastInsertId());
             return Outcome::wrote(affected);
         }
@@ -131,11 +119,8 @@ Outcome saveTreasuryAccount(const WorkingContext& ctx, Dialogs& dialogs, Treasur
             .bind(3, detail::stored(t.ccc))
             .bind(4, *saldo);
         detail::bindKey(up, 5, t.id);
-        affected = up.execute();
-        return Outcome::wrote(affected);
+        return Outcome::wrote(up.execute());
     });
-    if (outcome.done()) dialogs.information(Missatge(ctx, 314) + QString::number(affected));
-    return outcome;
 }
 
 Outcome deleteTreasuryAccount(const WorkingContext& ctx, Dialogs& dialogs, const QString& id) {
@@ -163,10 +148,8 @@ std::optional<OtherAccount> otherAccountByNumber(const WorkingContext& ctx, cons
 }
 
 Outcome saveOtherAccount(const WorkingContext& ctx, Dialogs& dialogs, OtherAccount& o, bool isNew) {
-    if (o.nomCompte.trimmed().isEmpty()) {
-        dialogs.stop(Missatge(ctx, 6654));
-        return Outcome::refused(QStringLiteral("txtdescripcio"));
-    }
+    if (o.nomCompte.trimmed().isEmpty())
+        return detail::refuse(ctx, dialogs, 6654, QStringLiteral("txtdescripcio"));
     detail::sanitise({&o.nomCompte, &o.saldo, &o.nomGrup});
     if (o.saldo.isEmpty()) o.saldo = QStringLiteral("0");
     if (o.grup.trimmed().isEmpty()) o.grup = QStringLiteral("0");
@@ -177,17 +160,14 @@ Outcome saveOtherAccount(const WorkingContext& ctx, Dialogs& dialogs, OtherAccou
     if (!grup)
         return detail::refuseBadNumber(ctx, dialogs, 6671, o.grup, QStringLiteral("txtGrup"));
 
-    int affected = 0;
-    const Outcome outcome = detail::guarded(dialogs, [&]() -> Outcome {
+    return detail::saving(ctx, dialogs, [&]() -> Outcome {
         Database d = Database::open(ctx.exerciseFile(db::Comptes));
         // Otras.NomGrup refuses an empty text, so a blank group name is kept as null.
         if (isNew) {
             // Only this table is searched, not the chart of the seven families.
             if (detail::anyRow(d, QStringLiteral("select * from Otras where NomCompte=?"),
-                               o.nomCompte)) {
-                dialogs.stop(Missatge(ctx, 6843));
-                return Outcome::refused(QStringLiteral("txtdescripcio"));
-            }
+                               o.nomCompte))
+                return detail::refuse(ctx, dialogs, 6843, QStringLiteral("txtdescripcio"));
             Statement ins =
                 d.prepare(QStringLiteral("Insert into Otras (Grup, NomGrup, NomCompte, Saldo, "
                                          "Tipus) values (?, ?, ?, ?, ?)"));
@@ -196,7 +176,7 @@ Outcome saveOtherAccount(const WorkingContext& ctx, Dialogs& dialogs, OtherAccou
             ins.bind(3, detail::stored(o.nomCompte))
                 .bind(4, *saldo)
                 .bind(5, detail::stored(o.tipus));
-            affected = ins.execute();
+            const int affected = ins.execute();
             o.compte = QString::number(d.lastInsertId());
             return Outcome::wrote(affected);
         }
@@ -206,11 +186,8 @@ Outcome saveOtherAccount(const WorkingContext& ctx, Dialogs& dialogs, OtherAccou
         detail::bindTextOrNull(up, 4, o.nomGrup);
         up.bind(5, detail::stored(o.tipus));
         detail::bindKey(up, 6, o.compte);
-        affected = up.execute();
-        return Outcome::wrote(affected);
+        return Outcome::wrote(up.execute());
     });
-    if (outcome.done()) dialogs.information(Missatge(ctx, 314) + QString::number(affected));
-    return outcome;
 }
 
 Outcome deleteOtherAccount(const WorkingContext& ctx, Dialogs& dialogs, const QString& compte) {
