@@ -1,10 +1,7 @@
 #include "commands.h"
-#include "context/common_helpers.h"
 #include "context/working_context.h"
 #include "master/customers.h"
 #include "master_common.h"
-#include "schema/creation.h"
-#include "store/database.h"
 
 #include <utility>
 #include <vector>
@@ -75,29 +72,12 @@ QString yesNo(bool value) {
 int customersCommand(Session& s, const CliOptions& o) {
     const ExerciseWords w = exerciseWords(o);
     if (!enterMasterFiles(s, w)) return kRefused;
-    // The screen's list holds names only; here every row comes with its number and fields,
-    // in the list's order, from one read.
-    store::Database db = store::Database::open(s.ctx.exerciseFile(schema::db::Gest));
-    QString sql = QStringLiteral(
-        "select client, nom, NIF, direccio, poblacio, provincia, cp, telefon, fax, email, web, "
-        "RE");
-    sql += s.ctx.Tesoreria ? QStringLiteral(", saldo") : QStringLiteral(", 0");
-    if (s.ctx.Facturacio) {
-        db.attach(s.ctx.companyFile(schema::db::Fact), QStringLiteral("fact"));
-        for (const char* column : {"FormaPago", "Entidad", "ccc"})
-            sql += QStringLiteral(
-                       ", (select %1 from fact.comercial_clientes k where k.Client = "
-                       "Clients.client order by k.Id limit 1)")
-                       .arg(QString::fromLatin1(column));
-    }
-    sql += QStringLiteral(" from Clients order by nom asc, client asc");
-    store::Statement st = db.prepare(sql);
-    while (st.next()) {
-        for (int column = 0; column < 11; ++column) s.out << st.text(column) << '\t';
-        s.out << yesNo(st.boolean(11)) << '\t'
-              << (s.ctx.Tesoreria ? Format_Import(s.ctx, st.money(12)) : QString());
-        for (int column = 13; column < 16; ++column)
-            s.out << '\t' << (s.ctx.Facturacio ? st.text(column) : QString());
+    for (const Customer& c : master::customerRecords(s.ctx)) {
+        for (const QString* text : {&c.client, &c.nom, &c.nif, &c.direccio, &c.poblacio,
+                                    &c.provincia, &c.cp, &c.telefon, &c.fax, &c.email, &c.web})
+            s.out << *text << '\t';
+        s.out << yesNo(c.re) << '\t' << c.saldo;
+        for (const QString* text : {&c.formaPago, &c.entidad, &c.ccc}) s.out << '\t' << *text;
         s.out << '\n';
     }
     return s.finish(true);

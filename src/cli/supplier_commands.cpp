@@ -1,10 +1,7 @@
 #include "commands.h"
-#include "context/common_helpers.h"
 #include "context/working_context.h"
 #include "master/suppliers.h"
 #include "master_common.h"
-#include "schema/creation.h"
-#include "store/database.h"
 
 #include <utility>
 #include <vector>
@@ -40,16 +37,11 @@ bool fieldsExist(Session& s, const CliOptions& o) {
 int suppliersCommand(Session& s, const CliOptions& o) {
     const ExerciseWords w = exerciseWords(o);
     if (!enterMasterFiles(s, w)) return kRefused;
-    // Every row with its number and fields, in the order of the screen's list, in one read.
-    store::Database db = store::Database::open(s.ctx.exerciseFile(schema::db::Gest));
-    store::Statement st = db.prepare(
-        QStringLiteral("select proveidor, nom, nif, direccio, poblacio, provincia, cp, telefon, "
-                       "fax, email, web") +
-        (s.ctx.Tesoreria ? QStringLiteral(", saldo") : QStringLiteral(", 0")) +
-        QStringLiteral(" from Proveidors order by nom asc, proveidor asc"));
-    while (st.next()) {
-        for (int column = 0; column < 11; ++column) s.out << st.text(column) << '\t';
-        s.out << (s.ctx.Tesoreria ? Format_Import(s.ctx, st.money(11)) : QString()) << '\n';
+    for (const Supplier& p : master::supplierRecords(s.ctx)) {
+        for (const QString* text : {&p.proveidor, &p.nom, &p.nif, &p.direccio, &p.poblacio,
+                                    &p.provincia, &p.cp, &p.telefon, &p.fax, &p.email, &p.web})
+            s.out << *text << '\t';
+        s.out << p.saldo << '\n';
     }
     return s.finish(true);
 }

@@ -29,6 +29,26 @@ void readCommercial(const WorkingContext& ctx, Customer& c) {
     c.ccc = detail::textOf(st, QStringLiteral("ccc"));
 }
 
+// A customer from the current row of a select on Clients; saldo only with treasury.
+Customer readCustomer(const WorkingContext& ctx, const Statement& st) {
+    Customer c;
+    c.client = detail::textOf(st, QStringLiteral("client"));
+    c.nom = detail::textOf(st, QStringLiteral("nom"));
+    c.direccio = detail::textOf(st, QStringLiteral("direccio"));
+    c.poblacio = detail::textOf(st, QStringLiteral("poblacio"));
+    c.provincia = detail::textOf(st, QStringLiteral("provincia"));
+    c.cp = detail::textOf(st, QStringLiteral("cp"));
+    c.nif = detail::textOf(st, QStringLiteral("nif"));
+    c.telefon = detail::textOf(st, QStringLiteral("telefon"));
+    c.fax = detail::textOf(st, QStringLiteral("fax"));
+    c.email = detail::textOf(st, QStringLiteral("email"));
+    c.web = detail::textOf(st, QStringLiteral("web"));
+    const int re = st.columnIndex(QStringLiteral("RE"));
+    c.re = re >= 0 && st.boolean(re);
+    if (ctx.Tesoreria) c.saldo = detail::amountTextOf(ctx, st, QStringLiteral("saldo"));
+    return c;
+}
+
 // The first row of `sql` (one key bound) on Clients, with its commercial row.
 template <typename Key>
 std::optional<Customer> firstCustomer(const WorkingContext& ctx, const QString& sql, Key key) {
@@ -38,20 +58,7 @@ std::optional<Customer> firstCustomer(const WorkingContext& ctx, const QString& 
         Statement st = d.prepare(sql);
         st.bind(1, key);
         if (!st.next()) return std::nullopt;
-        c.client = detail::textOf(st, QStringLiteral("client"));
-        c.nom = detail::textOf(st, QStringLiteral("nom"));
-        c.direccio = detail::textOf(st, QStringLiteral("direccio"));
-        c.poblacio = detail::textOf(st, QStringLiteral("poblacio"));
-        c.provincia = detail::textOf(st, QStringLiteral("provincia"));
-        c.cp = detail::textOf(st, QStringLiteral("cp"));
-        c.nif = detail::textOf(st, QStringLiteral("nif"));
-        c.telefon = detail::textOf(st, QStringLiteral("telefon"));
-        c.fax = detail::textOf(st, QStringLiteral("fax"));
-        c.email = detail::textOf(st, QStringLiteral("email"));
-        c.web = detail::textOf(st, QStringLiteral("web"));
-        const int re = st.columnIndex(QStringLiteral("RE"));
-        c.re = re >= 0 && st.boolean(re);
-        if (ctx.Tesoreria) c.saldo = detail::amountTextOf(ctx, st, QStringLiteral("saldo"));
+        c = readCustomer(ctx, st);
     }
     if (ctx.Facturacio) readCommercial(ctx, c);
     return c;
@@ -80,6 +87,31 @@ void rebuildCommercial(Database& d, const Customer& c, std::int64_t client, bool
 QStringList customerNames(const WorkingContext& ctx) {
     return detail::firstColumn(ctx.exerciseFile(db::Gest),
                                QStringLiteral("select nom from clients order by nom asc"));
+}
+
+std::vector<Customer> customerRecords(const WorkingContext& ctx) {
+    std::vector<Customer> customers;
+    Database d = Database::open(ctx.exerciseFile(db::Gest));
+    QString columns = QStringLiteral("Clients.*");
+    if (ctx.Facturacio &&
+        detail::attachIfPresent(d, ctx.companyFile(db::Fact), QStringLiteral("fact"))) {
+        // One read for all: each customer's first commercial row, as the screen finds it.
+        for (const char* column : {"FormaPago", "Entidad", "ccc"})
+            columns += QStringLiteral(
+                           ", (select k.%1 from fact.comercial_clientes k where k.Client = "
+                           "Clients.client order by k.Id limit 1) as k_%1")
+                           .arg(QString::fromLatin1(column));
+    }
+    Statement st = d.prepare(QStringLiteral("select ") + columns +
+                             QStringLiteral(" from Clients order by nom asc, client asc"));
+    while (st.next()) {
+        Customer c = readCustomer(ctx, st);
+        c.formaPago = detail::textOf(st, QStringLiteral("k_FormaPago"));
+        c.entidad = detail::textOf(st, QStringLiteral("k_Entidad"));
+        c.ccc = detail::textOf(st, QStringLiteral("k_ccc"));
+        customers.push_back(std::move(c));
+    }
+    return customers;
 }
 
 std::optional<Customer> customerByName(const WorkingContext& ctx, const QString& nom) {

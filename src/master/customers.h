@@ -20,6 +20,7 @@
 #include <QStringList>
 
 #include <optional>
+#include <vector>
 
 namespace tallora::master {
 
@@ -35,6 +36,10 @@ struct Customer {
 
 // OMPLE_LLISTA: every customer's name, in order of name (duplicates kept).
 QStringList customerNames(const WorkingContext& ctx);
+
+// Every customer with all its fields, in the list's order (name, then number), from one
+// read: for the command line, which lists numbers too.
+std::vector<Customer> customerRecords(const WorkingContext& ctx);
 
 // MUESTRA_DADES: the first customer of that name, with the commercial fields when the
 // billing option is on; nothing when no customer has the name.

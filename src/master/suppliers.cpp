@@ -14,12 +14,8 @@ namespace db = schema::db;
 using store::Database;
 using store::Statement;
 
-template <typename Key>
-std::optional<Supplier> firstSupplier(const WorkingContext& ctx, const QString& sql, Key key) {
-    Database d = Database::open(ctx.exerciseFile(db::Gest));
-    Statement st = d.prepare(sql);
-    st.bind(1, key);
-    if (!st.next()) return std::nullopt;
+// A supplier from the current row of a select on Proveidors; saldo only with treasury.
+Supplier readSupplier(const WorkingContext& ctx, const Statement& st) {
     Supplier s;
     s.proveidor = detail::textOf(st, QStringLiteral("proveidor"));
     s.nom = detail::textOf(st, QStringLiteral("nom"));
@@ -36,11 +32,29 @@ std::optional<Supplier> firstSupplier(const WorkingContext& ctx, const QString& 
     return s;
 }
 
+template <typename Key>
+std::optional<Supplier> firstSupplier(const WorkingContext& ctx, const QString& sql, Key key) {
+    Database d = Database::open(ctx.exerciseFile(db::Gest));
+    Statement st = d.prepare(sql);
+    st.bind(1, key);
+    if (!st.next()) return std::nullopt;
+    return readSupplier(ctx, st);
+}
+
 }  // namespace
 
 QStringList supplierNames(const WorkingContext& ctx) {
     return detail::firstColumn(ctx.exerciseFile(db::Gest),
                                QStringLiteral("select nom from Proveidors order by nom asc"));
+}
+
+std::vector<Supplier> supplierRecords(const WorkingContext& ctx) {
+    std::vector<Supplier> suppliers;
+    Database d = Database::open(ctx.exerciseFile(db::Gest));
+    Statement st =
+        d.prepare(QStringLiteral("select * from Proveidors order by nom asc, proveidor asc"));
+    while (st.next()) suppliers.push_back(readSupplier(ctx, st));
+    return suppliers;
 }
 
 std::optional<Supplier> supplierByName(const WorkingContext& ctx, const QString& nom) {

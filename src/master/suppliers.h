@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <optional>
+#include <vector>
 
 namespace tallora::master {
 
@@ -20,6 +21,8 @@ struct Supplier {
 
 // OMPLE_LLISTA: every supplier's name, in order of name.
 QStringList supplierNames(const WorkingContext& ctx);
+// Every supplier with all its fields, in the list's order (name, then number), from one read.
+std::vector<Supplier> supplierRecords(const WorkingContext& ctx);
 // MUESTRA_DADES: the first supplier of that name; saldo only with Tesoreria.
 std::optional<Supplier> supplierByName(const WorkingContext& ctx, const QString& nom);
 std::optional<Supplier> supplierByNumber(const WorkingContext& ctx, const QString& proveidor);

@@ -123,8 +123,10 @@ private slots:
                     add.reset();
         }
         FormMDI window(ctx, dialogs);
-        const auto result = books::btnLListatClients(ctx, dialogs, window.reportJob(), window.reportOutput(),
-                                                     {books::ListingKind::Domicile, QDate(2026, 11, 21)});
+        books::ListingRequest request;
+        request.printDate = QDate(2026, 11, 21);
+        const auto result =
+            books::btnLListatClients(ctx, dialogs, window.reportJob(), window.reportOutput(), request);
         QVERIFY2(result.ok(), qPrintable(result.error));
         auto* preview = qobject_cast<report::ReportPreview*>(window.mdiArea()->activeSubWindow()->widget());
         QVERIFY(preview);
