@@ -1,0 +1,103 @@
+#pragma once
+// The working entry of the sales screen and the arithmetic that links its amounts.
+//
+// The entry is the set of the screen's field texts: the screen copies its widgets into a
+// SaleEntry, calls the procedures here and copies the texts back. Amounts are texts in the
+// money format, and later steps read back the text, not the value that produced it: a
+// product is rounded to cents once, where a person sees it. Sums that must balance are made
+// in Money (exact); rate products (IVA, RE, IRPF) in double.
+#include "context/fwd.h"
+#include "context/money.h"
+
+#include <QDate>
+#include <QString>
+
+#include <array>
+#include <cstdint>
+#include <optional>
+
+namespace tallora::sales {
+
+// The sales account found by Verifica_compte_venda: the screen-level Grup, NomGrup,
+// Compte, NomCompte.
+struct SalesAccount {
+    std::int64_t Grup = 0;
+    QString NomGrup;
+    std::int64_t Compte = 0;
+    QString NomCompte;
+};
+
+struct SaleEntry {
+    QString lblOrdre;  // number of a posted sale being changed; empty for a new entry
+    QString lblFecha;  // dd/mm/yyyy, set by the date check
+    QString txtDia, txtMes;
+    QString txtClient;
+    // The selected row of ListClients: its text and item data (customer number).
+    QString listClientsText;
+    std::optional<std::int64_t> clientNumber;
+    QString txtTipus;
+    QString listVendesText;  // the selected row of ListVendes
+    QString txtdescripcio;
+    QString cmbSerie;  // "", "/Abon" or "/Rect"
+    QString txtTotal = QStringLiteral("0");
+    QString txtBaseIRPF = QStringLiteral("0");
+    QString Text1 = QStringLiteral("0");  // IRPF percent
+    QString txtRetencio = QStringLiteral("0");
+    std::array<QString, 3> txtBase{QStringLiteral("0"), QStringLiteral("0"), QStringLiteral("0")};
+    std::array<QString, 3> txtIVA{QStringLiteral("0"), QStringLiteral("0"), QStringLiteral("0")};
+    std::array<QString, 3> txtRE{QStringLiteral("0"), QStringLiteral("0"), QStringLiteral("0")};
+    // Activa_RE: the RE fields are enabled for a customer with recargo.
+    bool reEnabled = false;
+    // ListEntitats: its text ("", an account name, or "Marca") and the account's Id.
+    QString entitat;
+    std::optional<std::int64_t> entitatId;
+    QDate venciment;         // DtFacturacionVencimiento
+    QString clasificacion;   // text of CmbClasificacion; empty for no selection
+    bool rebut = false;      // chk_rebut on (and shown: DocsGenerar)
+    QString rebutDomicili, rebutPoblacio, rebutNif;  // lbl_rebut_*; empty unless the frame opened
+    std::array<QString, 5> concepte;                  // txt_rebut_concepte .. 5
+    Money Exempta;           // the difference taken as exempt by the balance check
+
+    bool isNew() const { return lblOrdre.isEmpty(); }
+};
+
+// "TICKETS": a shop that books its daily takings, with no customer.
+bool isTickets(const WorkingContext& ctx);
+
+// An amount field read as the screen shows it; empty, "-" or anything unreadable is 0.
+Money amountOf(const WorkingContext& ctx, const QString& text);
+double doubleOf(const WorkingContext& ctx, const QString& text);
+// True for a field that counts as empty: "" or "-".
+bool isEmptyAmount(const QString& text);
+
+// Look-ups of the screen (gest.mdb, Comptes.mdb, FrasOUT.mdb of the open exercise).
+bool Verifica_Client(const WorkingContext& ctx, const QString& name);
+bool Client_RE(const WorkingContext& ctx, const QString& name);
+std::optional<SalesAccount> Verifica_compte_venda(const WorkingContext& ctx, const QString& name);
+bool Existeix_Venda(const WorkingContext& ctx, std::int64_t number);
+
+// The date of day/month in the exercise's year; nothing when it is no date or the day rolled
+// into another month (31/02).
+std::optional<QDate> Valida_Data(const WorkingContext& ctx, const QString& day,
+                                 const QString& month);
+
+// Splits a typed total by `rate` (percent) into base and quotas. Acts only on a new entry;
+// `clientRE` is Client_RE of the customer. The total itself is not changed.
+void Reparteix_Total(const WorkingContext& ctx, SaleEntry& entry, double rate, bool clientRE);
+
+// Recomputes quotas, withholding and total from the bases, with the context's rates.
+void Recalcula_Apunt(const WorkingContext& ctx, SaleEntry& entry, bool clientRE);
+
+// Leaving txtBase(i) typed by hand: a new entry gets its quotas from the base; a posted sale
+// being changed only has them reformatted, so that a quota typed by the user stays.
+// Gives false when the base is not numeric (the screen beeps).
+bool baseTyped(const WorkingContext& ctx, SaleEntry& entry, int index);
+
+// The IRPF amount of base x percent / 100 in money format; empty when the base is not an
+// amount.
+QString irpfOf(const WorkingContext& ctx, const QString& base, const QString& percent);
+
+// The money format of an amount text; "" and "-" stay as they are.
+QString reformat(const WorkingContext& ctx, const QString& text);
+
+}  // namespace tallora::sales
