@@ -45,6 +45,7 @@ struct CompiledBand {
 
 struct SumSlot {
     int column = 0;
+    int minus = -1;      // a column taken away from `column` row by row, or -1
     bool money = false;  // summed exactly as Money; otherwise as double
 };
 

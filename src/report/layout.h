@@ -48,6 +48,7 @@ struct TextPiece {
     QString text;  // the literal, the formula's name or the field's name
     ValueFormat format = ValueFormat::Plain;
     SumScope scope = SumScope::Report;
+    QString minus = {};  // a sum of `text` less this field, row by row; empty for a plain sum
 };
 
 struct FontSpec {
@@ -101,6 +102,16 @@ struct DataSpec {
     QStringList order;  // "+field" / "-field", when the job gives no SortFields
 };
 
+// Values of a second table for each row: the first row of `source` (in DataFiles(file))
+// whose `key` equals the row's `field`.
+struct JoinRule {
+    int line = 0;
+    int file = 0;
+    QString source;
+    QString key;
+    QString field;
+};
+
 struct Layout {
     QString path;
     QPageSize pageSize{QPageSize::A4};
@@ -108,6 +119,7 @@ struct Layout {
     QMarginsF margins{15, 12, 15, 12};  // left, top, right, bottom
     FontSpec font{QStringLiteral("DejaVu Sans"), 9, false, false};
     std::optional<DataSpec> data;
+    std::vector<JoinRule> joins;
     std::vector<Band> bands;
 
     // The band of that kind (and group field), or null.

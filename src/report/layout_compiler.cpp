@@ -77,7 +77,9 @@ private:
                     ct.changes = true;
                     break;
                 case TextPiece::Kind::Sum:
-                    cp.slot = slot(column(p.text, t.line), p.format == ValueFormat::Money);
+                    cp.slot = slot(column(p.text, t.line),
+                                   p.minus.isEmpty() ? -1 : column(p.minus, t.line),
+                                   p.format == ValueFormat::Money);
                     ct.changes = ct.changes || p.scope != SumScope::Report;
                     break;
                 case TextPiece::Kind::Count:
@@ -95,11 +97,12 @@ private:
         return ct;
     }
 
-    int slot(int column, bool money) {
+    int slot(int column, int minus, bool money) {
         for (size_t i = 0; i < out_.sums.size(); ++i)
-            if (out_.sums[i].column == column && out_.sums[i].money == money)
+            if (out_.sums[i].column == column && out_.sums[i].minus == minus &&
+                out_.sums[i].money == money)
                 return static_cast<int>(i);
-        out_.sums.push_back({column, money});
+        out_.sums.push_back({column, minus, money});
         return static_cast<int>(out_.sums.size() - 1);
     }
 

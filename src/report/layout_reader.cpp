@@ -211,21 +211,37 @@ void readFont(Statement& s, FontSpec& font) {
     if (s.flag(QStringLiteral("italic"))) font.italic = true;
 }
 
+// The index of one of the job's DataFiles.
+int fileIndex(Statement& s) {
+    const double file = s.number(QStringLiteral("file"), 0);
+    if (file != static_cast<int>(file) || file > 9)
+        s.fail(QStringLiteral("file=%1: a data file index is 0 to 9").arg(file));
+    return static_cast<int>(file);
+}
+
 void readData(Statement& s, Layout& layout) {
     if (layout.data)
         s.fail(QStringLiteral("a layout has one data statement (line %1)").arg(layout.data->line));
     DataSpec d;
     d.line = s.line();
-    const double file = s.number(QStringLiteral("file"), 0);
-    if (file != static_cast<int>(file) || file > 9)
-        s.fail(QStringLiteral("file=%1: a data file index is 0 to 9").arg(file));
-    d.file = static_cast<int>(file);
+    d.file = fileIndex(s);
     d.source = s.required(QStringLiteral("source"));
     if (auto order = s.take(QStringLiteral("order")))
         for (const QString& part :
              order->split(QRegularExpression(QStringLiteral("[,\\s]+")), Qt::SkipEmptyParts))
             d.order << part;
     layout.data = d;
+}
+
+void readJoin(Statement& s, Layout& layout) {
+    if (!layout.data) s.fail(QStringLiteral("a join comes after the data statement"));
+    JoinRule j;
+    j.line = s.line();
+    j.file = fileIndex(s);
+    j.source = s.required(QStringLiteral("source"));
+    j.key = s.required(QStringLiteral("key"));
+    j.field = s.required(QStringLiteral("field"));
+    layout.joins.push_back(std::move(j));
 }
 
 void readBand(Statement& s, Layout& layout) {
@@ -354,6 +370,9 @@ Layout parseLayout(const QString& text, const QString& path) {
         } else if (k == u"data") {
             readData(s, layout);
             s.done();
+        } else if (k == u"join") {
+            readJoin(s, layout);
+            s.done();
         } else if (k == u"band") {
             readBand(s, layout);
             s.done();
@@ -365,7 +384,7 @@ Layout parseLayout(const QString& text, const QString& path) {
             readBox(s, layout);
         } else {
             s.fail(QStringLiteral(
-                       "unknown statement \"%1\" (page, font, data, band, text, line or box)")
+                       "unknown statement \"%1\" (page, font, data, join, band, text, line or box)")
                        .arg(k));
         }
     }

@@ -14,6 +14,11 @@
 //  font  family="DejaVu Sans" size=9 [bold] [italic]       the font of the texts after it
 //  data  file=0 source=Clients [order="+client"]          the rows: a table or stored query
 //                                                          (view) of the job's DataFiles(file)
+//  join  file=1 source=Clients key=client field=cliente    after data: the fields of another
+//                                                          table or query, of any of the
+//                                                          DataFiles, for each row those of
+//                                                          the first row whose `key` equals
+//                                                          the row's `field` (empty when none)
 //  band  KIND [height=H] [field=F] [repeat]               starts a band; the items under it
 //                                                          belong to it
 //  text  x= y= w= [h=] [size=] [family=] [bold] [italic] [color=#rrggbb]
@@ -30,12 +35,14 @@
 //
 // The value of a text joins literal text and values in braces:
 //   {@name}              the formula `name` of the job (empty when the job does not give it)
-//   {field}              a field of the current row, also {Table.field}
+//   {field}              a field of the current row, also {Table.field}; a joined table's
+//                        field is written {Table.field}, or {field} when the rows have no
+//                        field of that name
 //   {field|money}        formats: money (Format_Import; an integer is a Currency value in
 //                        ten-thousandths, a real is units), quantity (Format_Quantitat),
 //                        date (dd/mm/yyyy)
 //   {sum(field, scope)|money}   a sum over scope group, page, carried (all rows printed so
-//                        far) or report (every row)
+//                        far) or report (every row); {sum(a - b, scope)} sums a less b
 //   {count(scope)}       the number of rows of that scope
 //   {#page} {#pages}     this page's number, the number of pages (a text holding {#pages}
 //                        stays on one line)

@@ -37,8 +37,15 @@ public:
             std::vector<double> number(n_ + 1, 0);
             for (int r = 0; r < n_; ++r) {
                 const QString& cell = rows.cell(r, slot.column);
-                money[r + 1] = money[r] + (slot.money ? moneyOf(cell).units() : 0);
-                number[r + 1] = number[r] + (slot.money ? 0 : cell.toDouble());
+                std::int64_t units = slot.money ? moneyOf(cell).units() : 0;
+                double value = slot.money ? 0 : cell.toDouble();
+                if (slot.minus >= 0) {
+                    const QString& less = rows.cell(r, slot.minus);
+                    units -= slot.money ? moneyOf(less).units() : 0;
+                    value -= slot.money ? 0 : less.toDouble();
+                }
+                money[r + 1] = money[r] + units;
+                number[r + 1] = number[r] + value;
             }
             money_.push_back(std::move(money));
             number_.push_back(std::move(number));

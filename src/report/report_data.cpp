@@ -4,6 +4,7 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace tallora::report {
@@ -152,28 +153,81 @@ DataSource::DataSource(const QString& path, const QString& source)
                   QStringLiteral("%1: the data file cannot be opened: %2").arg(path, e.message()));
           }
       }()) {
-    store::Statement find =
-        db_.prepare(QStringLiteral("select name from sqlite_master where type in ('table', 'view') "
-                                   "and name = ?1 collate nocase"));
-    find.bind(1, source);
-    if (!find.next())
+    source_ = findSource(QStringLiteral("main"), source);
+    if (source_.isEmpty())
         throw ReportError(
             QStringLiteral("%1: there is no table or stored query \"%2\"").arg(path, source));
-    source_ = find.text(0);
-    store::Statement probe = db_.prepare(
-        QStringLiteral("select * from %1 limit 0").arg(store::quoteIdentifier(source_)));
-    for (int i = 0; i < probe.columnCount(); ++i) columns_ << probe.columnName(i);
+    for (const QString& name : columnNames(store::quoteIdentifier(source_)))
+        columns_.push_back({source_, name, QStringLiteral("t0.") + store::quoteIdentifier(name)});
+}
+
+QString DataSource::findSource(const QString& schema, const QString& name) {
+    store::Statement find = db_.prepare(
+        QStringLiteral("select name from %1.sqlite_master where type in ('table', 'view') "
+                       "and name = ?1 collate nocase")
+            .arg(store::quoteIdentifier(schema)));
+    find.bind(1, name);
+    return find.next() ? find.text(0) : QString();
+}
+
+QStringList DataSource::columnNames(const QString& qualifiedSource) {
+    store::Statement probe =
+        db_.prepare(QStringLiteral("select * from %1 limit 0").arg(qualifiedSource));
+    QStringList names;
+    for (int i = 0; i < probe.columnCount(); ++i) names << probe.columnName(i);
+    return names;
+}
+
+void DataSource::join(const QString& path, const QString& source, const QString& key,
+                      const QString& field) {
+    const int rowField = columnIndex(field);
+    if (rowField < 0 || columns_[rowField].table != source_)
+        throw ReportError(QStringLiteral("join field \"%1\": \"%2\" of %3 has no such field")
+                              .arg(field, source_, path_));
+    if (path.isEmpty())
+        throw ReportError(
+            QStringLiteral("no data file is given for the source \"%1\"").arg(source));
+    if (!QFileInfo(path).isFile())
+        throw ReportError(QStringLiteral("%1: data file not found").arg(path));
+    const QString schema = QStringLiteral("j%1").arg(++joins_);
+    try {
+        db_.attach(path, schema);
+    } catch (const store::StoreError& e) {
+        throw ReportError(
+            QStringLiteral("%1: the data file cannot be opened: %2").arg(path, e.message()));
+    }
+    const QString table = findSource(schema, source);
+    if (table.isEmpty())
+        throw ReportError(
+            QStringLiteral("%1: there is no table or stored query \"%2\"").arg(path, source));
+    const QString from = store::quoteIdentifier(schema) + u'.' + store::quoteIdentifier(table);
+    const QStringList names = columnNames(from);
+    const auto keyAt = std::find_if(names.begin(), names.end(), [&](const QString& n) {
+        return n.compare(key, Qt::CaseInsensitive) == 0;
+    });
+    if (keyAt == names.end())
+        throw ReportError(QStringLiteral("join key \"%1\": \"%2\" of %3 has no such field")
+                              .arg(key, table, path));
+    // One value per row whatever the joined table holds: the first row of the key.
+    for (const QString& name : names)
+        columns_.push_back({table, name,
+                            QStringLiteral("(select j.%1 from %2 as j where j.%3 = %4 limit 1)")
+                                .arg(store::quoteIdentifier(name), from,
+                                     store::quoteIdentifier(*keyAt), columns_[rowField].sql)});
 }
 
 int DataSource::columnIndex(const QString& field) const {
     QString name = plainField(field);
+    QString table;
     const qsizetype dot = name.lastIndexOf(u'.');
     if (dot >= 0) {
-        if (name.left(dot).compare(source_, Qt::CaseInsensitive) != 0) return -1;
+        table = name.left(dot);
         name = name.mid(dot + 1);
     }
-    for (int i = 0; i < columns_.size(); ++i)
-        if (columns_[i].compare(name, Qt::CaseInsensitive) == 0) return i;
+    for (size_t i = 0; i < columns_.size(); ++i)
+        if (columns_[i].name.compare(name, Qt::CaseInsensitive) == 0 &&
+            (table.isEmpty() || columns_[i].table.compare(table, Qt::CaseInsensitive) == 0))
+            return static_cast<int>(i);
     return -1;
 }
 
@@ -181,14 +235,13 @@ ReportRows DataSource::read(const std::vector<int>& columns,
                             const std::vector<std::pair<int, bool>>& order,
                             const std::vector<std::pair<int, Condition>>& where) {
     QStringList select, conditions, sort;
-    for (int c : columns) select << store::quoteIdentifier(columns_.at(c));
+    for (int c : columns) select << columns_.at(c).sql;
     for (const auto& [c, cond] : where)
-        conditions << store::quoteIdentifier(columns_.at(c)) + u' ' + cond.op +
-                          QStringLiteral(" ?");
+        conditions << columns_.at(c).sql + u' ' + cond.op + QStringLiteral(" ?");
     for (const auto& [c, descending] : order)
-        sort << store::quoteIdentifier(columns_.at(c)) +
+        sort << columns_.at(c).sql +
                     (descending ? QStringLiteral(" desc") : QStringLiteral(" asc"));
-    QString sql = QStringLiteral("select %1 from %2")
+    QString sql = QStringLiteral("select %1 from %2 as t0")
                       .arg(select.isEmpty() ? QStringLiteral("1") : select.join(u','),
                            store::quoteIdentifier(source_));
     if (!conditions.isEmpty())

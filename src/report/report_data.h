@@ -53,7 +53,8 @@ private:
     std::vector<QString> cells_;
 };
 
-// A table or stored query of a data file, opened for one report.
+// A table or stored query of a data file, opened for one report, with the values of the
+// tables joined to it.
 class DataSource {
 public:
     // Throws ReportError when the file or the source is not there.
@@ -61,9 +62,15 @@ public:
 
     const QString& path() const { return path_; }
     const QString& name() const { return source_; }
-    const QStringList& columns() const { return columns_; }
+    // Adds the fields of `source` in the data file at `path` (this file or another): for
+    // each row, those of the first row of `source` whose `key` equals the row's `field`,
+    // null when none does. Throws ReportError when the file, the source, the key or the
+    // field is not there.
+    void join(const QString& path, const QString& source, const QString& key, const QString& field);
+
     // The column of `field` ("nom", "Clients.nom", "{Clients.nom}"), without regard to
-    // case; -1 when the source has no such field.
+    // case; -1 when there is no such field. A name without its table is looked for in the
+    // source first, then in the joined tables in the order they were joined.
     int columnIndex(const QString& field) const;
 
     // The rows of `columns` (indexes from columnIndex), in `order`, that meet `where`, whose
@@ -72,9 +79,20 @@ public:
                     const std::vector<std::pair<int, Condition>>& where);
 
 private:
+    struct Column {
+        QString table;  // the source's name or a joined table's
+        QString name;
+        QString sql;  // how the statement reads it
+    };
+    // The table or view of the attached file `schema` named `name` without regard to case,
+    // as it is spelled there; empty when there is none.
+    QString findSource(const QString& schema, const QString& name);
+    QStringList columnNames(const QString& qualifiedSource);
+
     QString path_;
     QString source_;
-    QStringList columns_;
+    std::vector<Column> columns_;
+    int joins_ = 0;
     store::Database db_;
 };
 

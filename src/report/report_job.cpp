@@ -97,6 +97,14 @@ RenderedReport renderReport(const ReportJob& job, const WorkingContext& ctx) {
                     .arg(layout.data->line)
                     .arg(layout.data->file));
         source.emplace(file, layout.data->source);
+        for (const JoinRule& j : layout.joins) {
+            try {
+                source->join(job.DataFiles[j.file], j.source, j.key, j.field);
+            } catch (const ReportError& e) {
+                throw ReportError(
+                    QStringLiteral("%1:%2: %3").arg(layout.path).arg(j.line).arg(e.message()));
+            }
+        }
     }
     FontBook fonts;
     const FormulaSet formulas(job.Formulas);

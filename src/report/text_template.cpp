@@ -1,5 +1,6 @@
 #include "text_template.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace tallora::report {
@@ -64,10 +65,15 @@ TextPiece parsePlaceholder(const QString& inside) {
         if (!body.endsWith(u')')) bad(QStringLiteral("\"{%1}\": ')' is missing").arg(inside));
         const QStringList args = body.mid(open + 1, body.size() - open - 2).split(u',');
         if (function == u"sum") {
-            if (args.size() != 2 || !isName(args[0].trimmed()))
+            // sum(field, scope) or sum(field - field, scope): names hold no '-'.
+            const QStringList terms = args[0].split(u'-');
+            const bool named = std::all_of(terms.begin(), terms.end(),
+                                           [](const QString& t) { return isName(t.trimmed()); });
+            if (args.size() != 2 || terms.size() > 2 || !named)
                 bad(QStringLiteral("\"{%1}\": write sum(field, scope)").arg(inside));
             p.kind = TextPiece::Kind::Sum;
-            p.text = args[0].trimmed();
+            p.text = terms[0].trimmed();
+            if (terms.size() == 2) p.minus = terms[1].trimmed();
             p.scope = scopeNamed(args[1].trimmed());
         } else if (function == u"count") {
             if (args.size() != 1) bad(QStringLiteral("\"{%1}\": write count(scope)").arg(inside));

@@ -141,7 +141,9 @@ TEST(LayoutReader, TheDocumentedExampleReads) {
 }
 
 TEST(LayoutReader, TheInstalledListingsRead) {
-    for (const char* name : {"cli_dom.rpt", "cli_con.rpt", "pro_dom.rpt", "pro_con.rpt"}) {
+    for (const char* name :
+         {"cli_dom.rpt", "cli_con.rpt", "pro_dom.rpt", "pro_con.rpt", "teso_cli_2.rpt",
+          "teso_cli_3.rpt", "teso_pro_2.rpt", "teso_pro_3.rpt"}) {
         const Layout l =
             readLayout(sourcePath(QStringLiteral("resources/reports/")) + QLatin1String(name));
         ASSERT_TRUE(l.data.has_value()) << name;
