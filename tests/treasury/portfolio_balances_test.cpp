@@ -87,6 +87,14 @@ TEST_F(PortfolioBalances, SuppliersGainTheirPaymentsDueOnly) {
     EXPECT_EQ(customers().value(0), "Amb rebuts|1000000");
 }
 
+TEST_F(PortfolioBalances, ASupplierGainsTotalLessSettledOverAllItsRows) {
+    receipt(0, 2, 300000, 100000);
+    receipt(0, 2, 50000, 0);
+    receipt(0, 2, 20000, 20000);
+    Saldo_Proveidors(f.ctx, gest(), cartera());
+    EXPECT_EQ(suppliers(), (QStringList{"Proveidor u|500000", "Proveidor dos|250000"}));
+}
+
 TEST_F(PortfolioBalances, AMissingPortfolioIsAnError) {
     EXPECT_THROW(Saldo_Clients(f.ctx, gest(), f.company + "none.mdb"), store::StoreError);
     EXPECT_EQ(customers().value(0), "Amb rebuts|1000000");
