@@ -55,7 +55,7 @@ const std::vector<MenuEntry>& menuTree() {
         item("Mnu2", "mnuReferencias", 7006, true),
 
         menu("Mnu3", 213),
-        item("Mnu3", "frasemes", 214),
+        item("Mnu3", "frasemes", 214, true),
         item("Mnu3", "frasreb", 215),
         separator("Mnu3", "s6"),
         item("Mnu3", "MnuSuplidos", 6503),
@@ -79,7 +79,7 @@ const std::vector<MenuEntry>& menuTree() {
         item("mnu_Tesoreria", "mnu_cuentas", 6647, true),
         item("mnu_Tesoreria", "mnu_extractos", 6651),
         separator("mnu_Tesoreria", "mnuspe"),
-        item("mnu_Tesoreria", "mnucartera", 6662),
+        item("mnu_Tesoreria", "mnucartera", 6662, true),
         separator("mnu_Tesoreria", "s8"),
         item("mnu_Tesoreria", "mnu_entradas", 6649),
         item("mnu_Tesoreria", "mnu_salidas", 6652),

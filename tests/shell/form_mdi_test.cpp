@@ -6,6 +6,8 @@
 #include "shell/ui/form_mdi.h"
 #include "books/customer_listings.h"
 #include "master/ui/customers_form.h"
+#include "sales/ui/form_vendes.h"
+#include "treasury/ui/form_cartera_recibos.h"
 #include "report/ui/report_preview.h"
 #include "schema/creation.h"
 #include "schema/upgrades.h"
@@ -15,6 +17,7 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QStatusBar>
@@ -81,9 +84,9 @@ private slots:
         ScriptedDialogs dialogs;
         ctx.Tesoreria = true;
         FormMDI window(ctx, dialogs);
-        QCOMPARE(window.menuAction(QStringLiteral("mnucartera"))->text(), Missatge(ctx, 6662));
+        QCOMPARE(window.menuAction(QStringLiteral("mnu_extractos"))->text(), Missatge(ctx, 6651));
         QVERIFY(window.menuAction(QStringLiteral("mnu_Tesoreria"))->isVisible());
-        QVERIFY(!window.menuAction(QStringLiteral("mnucartera"))->isEnabled());
+        QVERIFY(!window.menuAction(QStringLiteral("mnu_extractos"))->isEnabled());
         QVERIFY(window.menuAction(QStringLiteral("mnuRepara"))->isEnabled());
         QCOMPARE(window.BarraMDI()->findChild<QAction*>(QStringLiteral("Vendes"))->text(), Missatge(ctx, 232));
         window.Activa_BarraMDI(false);
@@ -106,6 +109,47 @@ private slots:
         QVERIFY(customers);
         customers->Alta();
         QCOMPARE(window.statusPanel(2)->text(), QStringLiteral("Alta ..."));
+    }
+
+    void theSalesEntryAndItsButtonOpenOneSalesScreen() {
+        WorkingContext ctx = fresh();
+        ScriptedDialogs dialogs;
+        ctx.Directori = program_.path() + QStringLiteral("/sales/2026/");
+        ctx.Exercici = QStringLiteral("2026");
+        QDir().mkpath(ctx.Directori);
+        schema::createExerciseDatabases(ctx.Directori);
+        FormMDI window(ctx, dialogs);
+        QVERIFY(window.menuAction(QStringLiteral("frasemes"))->isEnabled());
+        window.menuAction(QStringLiteral("frasemes"))->trigger();
+        window.BarraMDI()->findChild<QAction*>(QStringLiteral("Vendes"))->trigger();
+        QCOMPARE(window.mdiArea()->subWindowList().size(), 2);  // the month lock and the sales
+        auto* sales = qobject_cast<FormVendes*>(window.mdiArea()->activeSubWindow()->widget());
+        QVERIFY(sales);
+        QCOMPARE(window.openSales(), sales);
+        // Its status texts reach the status bar.
+        store::Database::open(ctx.Directori + schema::db::FrasOut)
+            .execute(QStringLiteral("insert into FrasOut (Ordre, data, NomClient) "
+                                    "values (1, '2026-03-02', 'Bar Centre')"));
+        sales->Modifica_Venda(QStringLiteral("1"));
+        QCOMPARE(sales->findChild<QLineEdit*>(QStringLiteral("txtClient"))->text(),
+                 QStringLiteral("Bar Centre"));
+        QCOMPARE(window.statusPanel(2)->text(), Missatge(ctx, 726));
+    }
+
+    void thePortfolioEntryOpensOnePortfolioWithTreasury() {
+        WorkingContext ctx = fresh();
+        ScriptedDialogs dialogs;
+        ctx.Directori = program_.path() + QStringLiteral("/portfolio/2026/");
+        QDir().mkpath(ctx.Directori);
+        schema::createExerciseDatabases(ctx.Directori);
+        ctx.Tesoreria = true;
+        schema::Actualitza_Bases(ctx);
+        FormMDI window(ctx, dialogs);
+        QVERIFY(window.menuAction(QStringLiteral("mnucartera"))->isEnabled());
+        window.menuAction(QStringLiteral("mnucartera"))->trigger();
+        window.menuAction(QStringLiteral("mnucartera"))->trigger();
+        QCOMPARE(window.mdiArea()->subWindowList().size(), 2);  // the month lock and the portfolio
+        QVERIFY(qobject_cast<FormCarteraRecibos*>(window.mdiArea()->activeSubWindow()->widget()));
     }
 
     void aListingSentToTheWindowOpensItsPreviewAsAChild() {

@@ -168,7 +168,7 @@ private slots:
         QCOMPARE(ctx_.TipusRE[0], 5.2);
         QVERIFY(QFileInfo::exists(ctx_.Directori + QStringLiteral("Supl.mdb")));
         QVERIFY(!shell->menuAction(QStringLiteral("mnu_Tesoreria"))->isVisible());
-        QVERIFY(!shell->menuAction(QStringLiteral("frasemes"))->isEnabled());
+        QVERIFY(!shell->menuAction(QStringLiteral("frasreb"))->isEnabled());
         QVERIFY(shell->menuAction(QStringLiteral("mnubloc"))->isEnabled());
 
         // Closing the window asks; No stays.

@@ -14,6 +14,8 @@
 #include "obre_ajuda.h"
 #include "report/report_job.h"
 #include "report/ui/qt_report_output.h"
+#include "sales/ui/form_vendes.h"
+#include "treasury/ui/form_cartera_recibos.h"
 #include "screen_style.h"
 #include "schema/maintenance.h"
 #include "shell/menu_tree.h"
@@ -168,6 +170,10 @@ void FormMDI::runEntry(const QString& name) {
         openMaster<frmProveidors>();
     } else if (name == QStringLiteral("Comptesbd")) {
         openMaster<formComptes>();
+    } else if (name == QStringLiteral("frasemes")) {
+        openSales();
+    } else if (name == QStringLiteral("mnucartera")) {
+        openPortfolio();
     } else if (name == QStringLiteral("mnu_cuentas")) {
         openMaster<frmTesoreria_cuentas>();
     } else if (name == QStringLiteral("mnu_contrapartidas")) {
@@ -253,17 +259,43 @@ report::ReportOutput* FormMDI::reportOutput() {
 }
 
 template <class Screen>
-void FormMDI::openMaster() {
-    // One window per master file: asking again brings the open one to the front.
+bool FormMDI::bringToFront() {
+    // One window per screen: asking again brings the open one to the front.
     for (QMdiSubWindow* window : mdi_->subWindowList()) {
         if (qobject_cast<Screen*>(window->widget())) {
             mdi_->setActiveSubWindow(window);
-            return;
+            return true;
         }
     }
+    return false;
+}
+
+template <class Screen>
+void FormMDI::openMaster() {
+    if (bringToFront<Screen>()) return;
     auto* screen = new Screen(ctx_, dialogs_);
     connect(screen, &MasterForm::statusChanged, this, &FormMDI::Barra_Estat);
     openChild(screen);
+}
+
+void FormMDI::openPortfolio() {
+    if (bringToFront<FormCarteraRecibos>()) return;
+    auto* screen = new FormCarteraRecibos(ctx_, dialogs_, reportJob(), reportOutput());
+    connect(screen, &FormCarteraRecibos::statusChanged, this, &FormMDI::Barra_Estat);
+    openChild(screen);
+}
+
+FormVendes* FormMDI::openSales() {
+    if (bringToFront<FormVendes>())
+        return qobject_cast<FormVendes*>(mdi_->activeSubWindow()->widget());
+    auto* screen = new FormVendes(ctx_, dialogs_, &reportJob(), reportOutput());
+    connect(screen, &FormVendes::statusChanged, this, &FormMDI::Barra_Estat);
+    QMdiSubWindow* window = openChild(screen);
+    // Customers and accounts added in another window appear when the screen comes back.
+    connect(mdi_, &QMdiArea::subWindowActivated, screen, [screen, window](QMdiSubWindow* active) {
+        if (active == window) screen->refreshLists();
+    });
+    return screen;
 }
 
 void FormMDI::Tanca_Filles() {

@@ -25,6 +25,7 @@ class ReportOutput;
 class Dialogs;
 class WorkingContext;
 class blockmes;
+class FormVendes;
 
 class FormMDI : public QMainWindow {
     Q_OBJECT
@@ -45,6 +46,9 @@ public:
     // in here, and its window destination opens the preview as a working child.
     report::ReportJob& reportJob() { return *reportJob_; }
     report::ReportOutput* reportOutput();
+    // The sales screen, opened or brought to the front (one per shell); inquiries open
+    // their changes on it.
+    FormVendes* openSales();
 
     // Panel 2 of the status bar.
     void Barra_Estat(const QString& text);
@@ -72,8 +76,11 @@ private:
     void runEntry(const QString& name);
     void showMonthLock();
     template <class Screen>
+    bool bringToFront();
+    template <class Screen>
     void openMaster();
     void openSettings();
+    void openPortfolio();
     void fillWindowMenu(QMenu* menu);
     void applyScreenMode();
 

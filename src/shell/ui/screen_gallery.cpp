@@ -1,4 +1,5 @@
 #include "screen_gallery.h"
+#include "sales_gallery.h"
 
 #include "blockmes.h"
 #include "context/dialogs.h"
@@ -259,6 +260,7 @@ std::vector<GalleryScreen> screenGallery() {
             masterScreen<frmTesoreria_otrascuentas>(QStringLiteral("frmTesoreria_otrascuentas"), changing));
         screens.push_back(masterScreen<frmReferencias>(QStringLiteral("frmReferencias"), changing));
     }
+    addSalesScreens(screens, openExercise, dialogs());
     return screens;
 }
 

@@ -1,0 +1,500 @@
+// FormVendes: construction, captions and the lists (Form_Load).
+#include "form_vendes.h"
+
+#include "context/common_helpers.h"
+#include "context/messages.h"
+#include "context/working_context.h"
+#include "master/treasury_accounts.h"
+#include "schema/creation.h"
+#include "shell/ui/field_behaviour.h"
+#include "shell/ui/screen_style.h"
+#include "store/database.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace tallora {
+namespace {
+
+QFrame* frame(const QString& name, QWidget* parent) {
+    auto* f = new QFrame(parent);
+    f->setObjectName(name);
+    f->setFrameShape(QFrame::StyledPanel);
+    return f;
+}
+
+QLabel* heading(const QString& text, QWidget* parent) {
+    auto* l = new QLabel(text, parent);
+    QFont font = l->font();
+    font.setBold(true);
+    l->setFont(font);
+    return l;
+}
+
+}  // namespace
+
+FormVendes::FormVendes(WorkingContext& ctx, Dialogs& dialogs, report::ReportJob* job,
+                       report::ReportOutput* output, QWidget* parent)
+    : QWidget(parent), ctx_(ctx), dialogs_(dialogs), job_(job), output_(output) {
+    setObjectName(QStringLiteral("FormVendes"));
+    setWindowTitle(m(613));
+    auto* root = new QVBoxLayout(this);
+    root->setContentsMargins(0, 0, 0, 0);
+    lblproces = new QLabel(this);
+    lblproces->setObjectName(QStringLiteral("lblproces"));
+    root->addWidget(ui::bandTitle(m(613), ctx_.EmpresaNom, this));
+
+    auto* body = new QHBoxLayout;
+    body->setContentsMargins(8, 6, 8, 6);
+    auto* left = new QVBoxLayout;
+    left->addWidget(buildEntry());
+    left->addWidget(buildTreasury());
+    left->addWidget(buildWorkArea(), 1);
+    left->addWidget(buildButtons());
+    order_ = {txtDia, txtMes, txtClient, txtTipus, txtdescripcio, txtTotal, CmbIva,
+              txtBaseIRPF, Text1, txtRetencio, ListEntitats};
+    body->addLayout(left, 3);
+
+    auto* right = new QVBoxLayout;
+    right->addWidget(heading(m(630).trimmed(), this));
+    ListRegistres = new QListWidget(this);
+    ListRegistres->setObjectName(QStringLiteral("ListRegistres"));
+    ListRegistres->setFocusPolicy(Qt::ClickFocus);
+    ListRegistres->setMinimumWidth(280);
+    connect(ListRegistres, &QListWidget::itemDoubleClicked, this,
+            &FormVendes::journalDoubleClicked);
+    right->addWidget(ListRegistres, 1);
+    body->addLayout(right, 2);
+    root->addLayout(body, 1);
+
+    ui::helpOnF1(ctx_, this, QStringLiteral("ventas"));
+    for (const auto& row : sales::journalTitle(ctx_, QDateTime::currentDateTime()))
+        Escriu_Diari(row);
+    applyKind();
+    OMPLE_LLISTA_Clients();
+    OMPLE_LLISTA_Vendes();
+    OMPLE_LLISTA_Entitats({});
+    Neteja_Apunt();
+}
+
+QString FormVendes::m(int n) const {
+    return Missatge(ctx_, n);
+}
+
+QString FormVendes::fixed(const char* spanish, const char* catalan) const {
+    return QString::fromUtf8(ctx_.Idioma == QStringLiteral("cat") ? catalan : spanish);
+}
+
+bool FormVendes::tickets() const {
+    return sales::isTickets(ctx_);
+}
+
+QLineEdit* FormVendes::field(const QString& name, int maxLength) {
+    auto* f = new QLineEdit(this);
+    f->setObjectName(name);
+    if (maxLength > 0) f->setMaxLength(maxLength);
+    f->installEventFilter(this);
+    ui::colourOnFocus(f);
+    return f;
+}
+
+QLabel* FormVendes::caption(const QString& name, const QString& text, QWidget* buddy) {
+    auto* l = new QLabel(text, this);
+    l->setObjectName(name);
+    l->setBuddy(buddy);
+    labels_.insert(buddy, l);
+    return l;
+}
+
+QWidget* FormVendes::buildEntry() {
+    auto* box = new QWidget(this);
+    auto* g = new QGridLayout(box);
+    g->setContentsMargins(0, 0, 0, 0);
+    g->setHorizontalSpacing(8);
+
+    txtDia = field(QStringLiteral("txtDia"), 2);
+    txtMes = field(QStringLiteral("txtMes"), 2);
+    txtDia->setFixedWidth(44);
+    txtMes->setFixedWidth(44);
+    lblFecha = new QLabel(this);
+    lblFecha->setObjectName(QStringLiteral("lblFecha"));
+    lblOrdre = new QLabel(this);
+    lblOrdre->setObjectName(QStringLiteral("lblOrdre"));
+    lblOrdre->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    auto* date = new QHBoxLayout;
+    date->addWidget(txtDia);
+    date->addSpacing(8);
+    date->addWidget(caption(QStringLiteral("lblMes"), fixed("Mes", "Mes"), txtMes));
+    date->addWidget(txtMes);
+    date->addSpacing(12);
+    date->addWidget(lblFecha);
+    date->addStretch(1);
+    date->addWidget(lblproces);
+    date->addSpacing(12);
+    date->addWidget(lblOrdre);
+    g->addWidget(caption(QStringLiteral("lblDia"), m(601), txtDia), 0, 0);
+    g->addLayout(date, 0, 1, 1, 3);
+
+    txtClient = field(QStringLiteral("txtClient"), 40);
+    lblclient = caption(QStringLiteral("lblclient"), m(602), txtClient);
+    g->addWidget(lblclient, 1, 0);
+    g->addWidget(txtClient, 1, 1, 1, 3);
+    txtTipus = field(QStringLiteral("txtTipus"), 40);
+    g->addWidget(caption(QStringLiteral("lblTipus"), m(603), txtTipus), 2, 0);
+    g->addWidget(txtTipus, 2, 1, 1, 3);
+
+    // The description and its series share FrasOut's 40 characters.
+    txtdescripcio = field(QStringLiteral("txtdescripcio"), 35);
+    cmbSerie = new QComboBox(this);
+    cmbSerie->setObjectName(QStringLiteral("cmbSerie"));
+    cmbSerie->addItems({QString(), QStringLiteral("/Abon"), QStringLiteral("/Rect")});
+    cmbSerie->setFocusPolicy(Qt::ClickFocus);
+    g->addWidget(caption(QStringLiteral("lblDescripcio"), m(519), txtdescripcio), 3, 0);
+    g->addWidget(txtdescripcio, 3, 1, 1, 2);
+    g->addWidget(cmbSerie, 3, 3);
+
+    txtTotal = field(QStringLiteral("txtTotal"), 18);
+    ui::makeAmountField(ctx_, txtTotal);
+    CmbIva = new QComboBox(this);
+    CmbIva->setObjectName(QStringLiteral("CmbIva"));
+    CmbIva->installEventFilter(this);
+    lblcmbIVA = caption(QStringLiteral("lblcmbIVA"), QStringLiteral("% IVA"), CmbIva);
+    auto* total = new QHBoxLayout;
+    total->addWidget(txtTotal);
+    total->addSpacing(12);
+    total->addWidget(lblcmbIVA);
+    total->addWidget(CmbIva);
+    total->addStretch(1);
+    g->addWidget(caption(QStringLiteral("lblTotal"), QStringLiteral("TOTAL"), txtTotal), 4, 0);
+    g->addLayout(total, 4, 1, 1, 3);
+
+    txtBaseIRPF = field(QStringLiteral("txtBaseIRPF"), 18);
+    ui::makeAmountField(ctx_, txtBaseIRPF);
+    Text1 = field(QStringLiteral("Text1"), 6);
+    ui::makeRateField(ctx_, Text1);
+    Text1->setFixedWidth(56);
+    txtRetencio = field(QStringLiteral("txtRetencio"), 18);
+    ui::makeAmountField(ctx_, txtRetencio);
+    lblBaseIRPF = caption(QStringLiteral("lblBaseIRPF"), QStringLiteral("Base IRPF"), txtBaseIRPF);
+    lblText1 = caption(QStringLiteral("lblText1"), QStringLiteral("% IRPF"), Text1);
+    lblRetencio = caption(QStringLiteral("lblRetencio"), m(605), txtRetencio);
+    auto* irpf = new QHBoxLayout;
+    irpf->addWidget(txtBaseIRPF);
+    irpf->addSpacing(12);
+    irpf->addWidget(lblText1);
+    irpf->addWidget(Text1);
+    irpf->addSpacing(12);
+    irpf->addWidget(lblRetencio);
+    irpf->addWidget(txtRetencio);
+    irpf->addStretch(1);
+    g->addWidget(lblBaseIRPF, 5, 0);
+    g->addLayout(irpf, 5, 1, 1, 3);
+
+    CmbClasificacion = new QComboBox(this);
+    CmbClasificacion->setObjectName(QStringLiteral("CmbClasificacion"));
+    CmbClasificacion->setFocusPolicy(Qt::ClickFocus);
+    chk_rebut = new QCheckBox(m(606), this);
+    chk_rebut->setObjectName(QStringLiteral("chk_rebut"));
+    chk_rebut->setFocusPolicy(Qt::ClickFocus);
+    chk_imprimir = new QCheckBox(this);
+    chk_imprimir->setObjectName(QStringLiteral("chk_imprimir"));
+    chk_imprimir->setFocusPolicy(Qt::ClickFocus);
+    chk_imprimir->hide();  // prints billing documents, which come with the billing tab
+    auto* options = new QHBoxLayout;
+    options->addWidget(CmbClasificacion);
+    options->addWidget(chk_rebut);
+    options->addWidget(chk_imprimir);
+    options->addStretch(1);
+    g->addLayout(options, 6, 1, 1, 3);
+    g->setColumnStretch(1, 1);
+    g->setColumnStretch(2, 1);
+
+    for (QLineEdit* f : {txtClient, txtTipus})
+        connect(f, &QLineEdit::textChanged, this, [this, f](const QString& text) {
+            f == txtClient ? customerTyped(text) : accountTyped(text);
+        });
+    connect(txtDia, &QLineEdit::textEdited, this, [this](const QString& text) {
+        if (!text.isEmpty() && (!Es_Numeric(ctx_, text) || text == QStringLiteral("-"))) {
+            beep();
+            txtDia->clear();
+        }
+        if (!txtDia->text().isEmpty()) btnTancar->setText(m(6408));
+    });
+    connect(txtMes, &QLineEdit::textEdited, this, [this](const QString& text) {
+        if (!text.isEmpty() && (!Es_Numeric(ctx_, text) || text == QStringLiteral("-"))) {
+            beep();
+            txtMes->clear();
+        }
+    });
+    connect(Text1, &QLineEdit::textEdited, this, [this](const QString& text) {
+        if (text.contains(u'-')) Text1->setText(QString(text).remove(u'-'));
+        irpfPercentChanged();
+    });
+    // Hints show as tool tips, so that they never overwrite the status of the entry.
+    const std::pair<QWidget*, int> hints[] = {{txtDia, 620},        {txtMes, 624},
+                                              {txtClient, 625},     {txtTipus, 626},
+                                              {txtdescripcio, 627}, {txtTotal, 628},
+                                              {Text1, 629}};
+    for (const auto& [w, n] : hints) w->setToolTip(m(n).trimmed());
+    return box;
+}
+
+QWidget* FormVendes::buildTreasury() {
+    FrameTesoreria = frame(QStringLiteral("FrameTesoreria"), this);
+    auto* row = new QHBoxLayout(FrameTesoreria);
+    row->setContentsMargins(6, 4, 6, 4);
+    ListEntitats = new QComboBox(this);
+    ListEntitats->setObjectName(QStringLiteral("ListEntitats"));
+    ListEntitats->setMinimumWidth(220);
+    ListEntitats->installEventFilter(this);
+    DtFacturacionVencimiento = new QDateEdit(this);
+    DtFacturacionVencimiento->setObjectName(QStringLiteral("DtFacturacionVencimiento"));
+    DtFacturacionVencimiento->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
+    DtFacturacionVencimiento->setCalendarPopup(true);
+    DtFacturacionVencimiento->setFocusPolicy(Qt::ClickFocus);
+    row->addWidget(caption(QStringLiteral("lblEntitats"), m(6758), ListEntitats));
+    row->addWidget(ListEntitats, 1);
+    row->addSpacing(12);
+    row->addWidget(caption(QStringLiteral("lblVencimiento"), m(6998), DtFacturacionVencimiento));
+    row->addWidget(DtFacturacionVencimiento);
+    FrameTesoreria->setVisible(ctx_.Tesoreria);
+    return FrameTesoreria;
+}
+
+QWidget* FormVendes::buildWorkArea() {
+    work_ = new QStackedWidget(this);
+    FrameList = frame(QStringLiteral("FrameList"), this);
+    auto* lists = new QStackedWidget(FrameList);
+    lists->setObjectName(QStringLiteral("lists"));
+    ListClients = new QListWidget(this);
+    ListClients->setObjectName(QStringLiteral("ListClients"));
+    ListVendes = new QListWidget(this);
+    ListVendes->setObjectName(QStringLiteral("ListVendes"));
+    for (QListWidget* list : {ListClients, ListVendes}) {
+        list->installEventFilter(this);
+        lists->addWidget(list);
+        connect(list, &QListWidget::itemDoubleClicked, this,
+                [this, list] { list == ListClients ? takeCustomer() : takeAccount(); });
+    }
+    auto* listLayout = new QVBoxLayout(FrameList);
+    listLayout->setContentsMargins(4, 4, 4, 4);
+    listLayout->addWidget(lists);
+    work_->addWidget(FrameList);
+    work_->addWidget(buildAmountsPanel());
+    work_->addWidget(buildReceiptFrame());
+    work_->setMinimumHeight(190);
+    return work_;
+}
+
+QWidget* FormVendes::buildAmountsPanel() {
+    PanelIVA = frame(QStringLiteral("PanelIVA"), this);
+    auto* g = new QGridLayout(PanelIVA);
+    g->setContentsMargins(8, 6, 8, 6);
+    g->addWidget(heading(m(652), PanelIVA), 0, 0, 1, 4);
+    g->addWidget(heading(QStringLiteral("% IVA"), PanelIVA), 1, 0);
+    g->addWidget(heading(fixed("Base", "Base"), PanelIVA), 1, 1);
+    g->addWidget(heading(m(6512), PanelIVA), 1, 2);
+    lblREHeader_ = heading(QStringLiteral("R.E."), PanelIVA);
+    g->addWidget(lblREHeader_, 1, 3);
+    for (std::size_t i = 0; i < 3; ++i) {
+        const QString n = QString::number(i + 1);
+        const int row = static_cast<int>(i) + 2;
+        lbliva[i] = new QLabel(PanelIVA);
+        lbliva[i]->setObjectName(QStringLiteral("lbliva") + n);
+        lblRE[i] = new QLabel(PanelIVA);
+        lblRE[i]->setObjectName(QStringLiteral("lblRE") + n);
+        lblbase[i] = new QLabel(PanelIVA);
+        lblbase[i]->setObjectName(QStringLiteral("lblbase") + n);
+        lblQuota[i] = new QLabel(PanelIVA);
+        lblQuota[i]->setObjectName(QStringLiteral("lblQuota") + n);
+        txtBase[i] = field(QStringLiteral("txtBase") + n, 18);
+        txtIVA[i] = field(QStringLiteral("txtIVA") + n, 18);
+        txtRE[i] = field(QStringLiteral("txtRE") + n, 18);
+        for (QLineEdit* f : {txtBase[i], txtIVA[i], txtRE[i]}) {
+            ui::makeAmountField(ctx_, f);
+            f->setToolTip(f == txtBase[i] ? m(632) : f == txtIVA[i] ? m(633) : m(634));
+        }
+        labels_.insert(txtBase[i], lblbase[i]);
+        labels_.insert(txtIVA[i], lblQuota[i]);
+        labels_.insert(txtRE[i], lblRE[i]);
+        auto* rate = new QHBoxLayout;
+        rate->addWidget(lbliva[i]);
+        rate->addStretch(1);
+        rate->addWidget(lblbase[i]);
+        g->addLayout(rate, row, 0);
+        g->addWidget(txtBase[i], row, 1);
+        auto* quota = new QHBoxLayout;
+        quota->addWidget(txtIVA[i]);
+        quota->addWidget(lblQuota[i]);
+        g->addLayout(quota, row, 2);
+        auto* re = new QHBoxLayout;
+        re->addWidget(lblRE[i]);
+        re->addWidget(txtRE[i]);
+        g->addLayout(re, row, 3);
+    }
+    g->setColumnStretch(1, 1);
+    g->setColumnStretch(2, 1);
+    g->setColumnStretch(3, 1);
+    g->setRowStretch(5, 1);
+    return PanelIVA;
+}
+
+QWidget* FormVendes::buildReceiptFrame() {
+    FRAME_recibos = frame(QStringLiteral("FRAME_recibos"), this);
+    auto* v = new QVBoxLayout(FRAME_recibos);
+    v->setContentsMargins(8, 6, 8, 6);
+    lbl_rebut_titol = heading(QString(), FRAME_recibos);
+    lbl_rebut_titol->setObjectName(QStringLiteral("lbl_rebut_titol"));
+    lbl_rebut_data = new QLabel(FRAME_recibos);
+    lbl_rebut_data->setObjectName(QStringLiteral("lbl_rebut_data"));
+    auto* top = new QHBoxLayout;
+    top->addWidget(lbl_rebut_titol, 1);
+    top->addWidget(lbl_rebut_data);
+    v->addLayout(top);
+    auto* who = new QGridLayout;
+    lbl_rebut_client = new QLabel(FRAME_recibos);
+    lbl_rebut_domicili = new QLabel(FRAME_recibos);
+    lbl_rebut_poblacio = new QLabel(FRAME_recibos);
+    lbl_rebut_nif = new QLabel(FRAME_recibos);
+    lbl_rebut_client->setObjectName(QStringLiteral("lbl_rebut_client"));
+    lbl_rebut_domicili->setObjectName(QStringLiteral("lbl_rebut_domicili"));
+    lbl_rebut_poblacio->setObjectName(QStringLiteral("lbl_rebut_poblacio"));
+    lbl_rebut_nif->setObjectName(QStringLiteral("lbl_rebut_nif"));
+    who->addWidget(lbl_rebut_client, 0, 0);
+    who->addWidget(lbl_rebut_nif, 0, 1);
+    who->addWidget(lbl_rebut_domicili, 1, 0);
+    who->addWidget(lbl_rebut_poblacio, 1, 1);
+    v->addLayout(who);
+    for (std::size_t i = 0; i < 5; ++i) {
+        txt_rebut_concepte[i] = field(
+            i == 0 ? QStringLiteral("txt_rebut_concepte")
+                   : QStringLiteral("txt_rebut_concepte") + QString::number(i + 1),
+            150);
+        v->addWidget(txt_rebut_concepte[i]);
+    }
+    btn_rebut_grava = new QPushButton(m(17), FRAME_recibos);
+    btn_rebut_grava->setObjectName(QStringLiteral("btn_rebut_grava"));
+    btn_rebut_cancela = new QPushButton(m(6408), FRAME_recibos);
+    btn_rebut_cancela->setObjectName(QStringLiteral("btn_rebut_cancela"));
+    connect(btn_rebut_grava, &QPushButton::clicked, this, &FormVendes::rebutGrava);
+    connect(btn_rebut_cancela, &QPushButton::clicked, this, &FormVendes::rebutCancela);
+    v->addStretch(1);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(btn_rebut_grava);
+    buttons->addWidget(btn_rebut_cancela);
+    v->addLayout(buttons);
+    return FRAME_recibos;
+}
+
+QWidget* FormVendes::buildButtons() {
+    auto* box = new QWidget(this);
+    auto* row = new QHBoxLayout(box);
+    row->setContentsMargins(0, 4, 0, 0);
+    auto* hint = new QLabel(m(611) + QStringLiteral(" ") + m(612), box);
+    hint->setObjectName(QStringLiteral("lblAjuda"));
+    hint->setWordWrap(true);
+    row->addWidget(hint, 1);
+    btnGuardar = new QPushButton(m(17), box);
+    btnGuardar->setObjectName(QStringLiteral("btnGuardar"));
+    btnGuardar->setFocusPolicy(Qt::ClickFocus);
+    btnTancar = new QPushButton(m(308), box);
+    btnTancar->setObjectName(QStringLiteral("btnTancar"));
+    btnTancar->setFocusPolicy(Qt::ClickFocus);
+    connect(btnGuardar, &QPushButton::clicked, this, &FormVendes::Guardar);
+    connect(btnTancar, &QPushButton::clicked, this, &FormVendes::Surt_Apunt);
+    row->addWidget(btnGuardar);
+    row->addWidget(btnTancar);
+    return box;
+}
+
+void FormVendes::fillRateCaptions(const std::array<double, 3>& iva,
+                                  const std::array<double, 3>& re) {
+    for (std::size_t i = 0; i < 3; ++i) {
+        lbliva[i]->setText(QString::number(iva[i]) + QStringLiteral(" %"));
+        lblRE[i]->setText(QString::number(re[i]) + QStringLiteral(" %"));
+    }
+}
+
+// The columns and fields each kind of exercise shows.
+void FormVendes::applyKind() {
+    CmbIva->clear();
+    CmbIva->addItem(QStringLiteral("0"));
+    if (!tickets()) {
+        for (double rate : ctx_.TipusIVA) CmbIva->addItem(QString::number(rate));
+        CmbIva->addItem(m(6749));
+    }
+    for (std::size_t i = 0; i < 3; ++i) {
+        const bool used = ctx_.TipusIVA[i] != 0;
+        for (QWidget* w : std::initializer_list<QWidget*>{lbliva[i], lblRE[i], lblbase[i],
+                                                         lblQuota[i], txtBase[i], txtIVA[i],
+                                                         txtRE[i]})
+            w->setVisible(used);
+    }
+    for (QWidget* w : std::initializer_list<QWidget*>{txtClient, lblclient, CmbIva, lblcmbIVA})
+        w->setVisible(!tickets());
+}
+
+void FormVendes::OMPLE_LLISTA_Clients() {
+    ListClients->clear();
+    auto db = store::Database::open(ctx_.exerciseFile(schema::db::Gest));
+    auto st = db.prepare(QStringLiteral("select nom, client from clients order by nom asc"));
+    while (st.next()) {
+        auto* item = new QListWidgetItem(st.text(0), ListClients);
+        item->setData(Qt::UserRole, QVariant::fromValue<qint64>(st.int64(1)));
+    }
+    customerTyped(txtClient->text());
+}
+
+void FormVendes::OMPLE_LLISTA_Vendes() {
+    ListVendes->clear();
+    auto db = store::Database::open(ctx_.exerciseFile(schema::db::Comptes));
+    auto st = db.prepare(
+        QStringLiteral("select NomCompte, Compte from Ingresos order by NomCompte asc"));
+    while (st.next()) {
+        auto* item = new QListWidgetItem(st.text(0), ListVendes);
+        item->setData(Qt::UserRole, QVariant::fromValue<qint64>(st.int64(1)));
+    }
+    accountTyped(txtTipus->text());
+}
+
+// A settled sale keeps its single row "Marca"; Neteja_Apunt empties the list first.
+void FormVendes::OMPLE_LLISTA_Entitats(const QString& select) {
+    if (ListEntitats->currentText() == QStringLiteral("Marca")) return;
+    ListEntitats->clear();
+    ListEntitats->addItem(QString());  // no account: the sale stays pending
+    if (ctx_.Tesoreria) {
+        auto db = store::Database::open(ctx_.exerciseFile(schema::db::Tesorer));
+        auto st =
+            db.prepare(QStringLiteral("select entidad, Id from entidades order by entidad asc"));
+        while (st.next())
+            ListEntitats->addItem(st.text(0), QVariant::fromValue<qint64>(st.int64(1)));
+    }
+    ListEntitats->setCurrentIndex(std::max(0, ListEntitats->findText(select)));
+}
+
+void FormVendes::OMPLE_CmbClasificacion() {
+    CmbClasificacion->clear();
+    CmbClasificacion->addItems({m(6854), m(6855), m(6856)});
+    CmbClasificacion->setVisible(ctx_.Intra);
+}
+
+void FormVendes::refreshLists() {
+    const QString client = txtClient->text();
+    OMPLE_LLISTA_Clients();
+    OMPLE_LLISTA_Vendes();
+    OMPLE_LLISTA_Entitats(ListEntitats->currentText());
+    txtClient->setText(client);
+}
+
+}  // namespace tallora

@@ -1,0 +1,173 @@
+#pragma once
+// FormVendes: the screen on which every sale of the exercise is typed, posted and changed.
+//
+// The screen keeps the widgets, the focus flow and the captions; the arithmetic, the checks
+// and the writes are the logic of src/sales, which works on a SaleEntry copied from the
+// widgets (entry()) and copied back (display()).
+//
+// The layout, top to bottom: the title band; the entry's fields in their Enter order; the
+// treasury frame (with the treasury option); and the work area, where the list frame
+// (customers or accounts), the amounts panel PanelIVA and the receipt frame take turns. The
+// journal ListRegistres runs down the right side. The billing tab will join the work area
+// as one more page, with its type options above it.
+//
+// Keys: Enter moves on and, past the last amount, posts; Up goes back; Esc cancels the entry
+// or closes; the "+" of the numeric pad posts from anywhere.
+#include "sales/sale_change.h"
+#include "sales/sale_entry.h"
+#include "sales/sale_journal.h"
+#include "sales/sale_validation.h"
+
+#include <QHash>
+#include <QWidget>
+
+#include <array>
+#include <functional>
+
+class QCheckBox;
+class QComboBox;
+class QDateEdit;
+class QFrame;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+class QStackedWidget;
+
+namespace tallora {
+
+class Dialogs;
+class WorkingContext;
+namespace report {
+struct ReportJob;
+class ReportOutput;
+}  // namespace report
+
+class FormVendes : public QWidget {
+    Q_OBJECT
+public:
+    // `job` and `output` print the receipt; without them no receipt is printed.
+    FormVendes(WorkingContext& ctx, Dialogs& dialogs, report::ReportJob* job = nullptr,
+               report::ReportOutput* output = nullptr, QWidget* parent = nullptr);
+
+    void Neteja_Apunt();
+    // Esc and the close button: closes an empty screen, otherwise asks before clearing.
+    void Surt_Apunt();
+    void GrabaApunt();
+    // Opens posted sale `number` for a change. `fromJournal` marks a change started from
+    // this screen's own journal, after which the screen stays open.
+    void Modifica_Venda(const QString& number, bool fromJournal = false);
+    // Reruns the three list fillers, so that accounts and customers added meanwhile appear.
+    void refreshLists();
+    // Puts an entry on the screen as if typed (no recalculation runs).
+    void display(const sales::SaleEntry& e);
+    // Opens the receipt frame for the entry in hand; nothing opens for an unknown customer.
+    void Mostra_Rebut();
+
+    // What the screen holds now, as the logic reads it.
+    sales::SaleEntry entry() const;
+    bool posting() const { return posting_; }
+    QString statusText() const { return status_; }
+
+signals:
+    // For the status panel of the shell.
+    void statusChanged(const QString& text);
+    // A change opened from elsewhere was saved or cancelled: the screen behind may refresh.
+    void saleChanged();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    // Construction (form_vendes.cpp).
+    QWidget* buildEntry();
+    QWidget* buildTreasury();
+    QWidget* buildWorkArea();
+    QWidget* buildAmountsPanel();
+    QWidget* buildReceiptFrame();
+    QWidget* buildButtons();
+    QLineEdit* field(const QString& name, int maxLength = 0);
+    QLabel* caption(const QString& name, const QString& text, QWidget* buddy);
+    void fillRateCaptions(const std::array<double, 3>& iva, const std::array<double, 3>& re);
+    void applyKind();
+    void OMPLE_LLISTA_Clients();
+    void OMPLE_LLISTA_Vendes();
+    void OMPLE_LLISTA_Entitats(const QString& select);
+    void OMPLE_CmbClasificacion();
+
+    // Focus and keys (form_vendes_flow.cpp).
+    void NEGRETES(QWidget* focused);
+    bool enterPressed(QWidget* w);
+    bool upPressed(QWidget* w);
+    void fieldEntered(QWidget* w);
+    bool earlierFieldEmpty(QWidget* w);
+    void dayEntered();
+    void monthEntered();
+    bool dateChecked();
+    void customerTyped(const QString& text);
+    void accountTyped(const QString& text);
+    void takeCustomer();
+    void takeAccount();
+    void Activa_RE();
+    void totalEntered();
+    bool leaveCmbIva();
+    void retentionEntered();
+    void toFirstBase();
+    void amountEntered(QLineEdit* w);
+    void amountLeft(QLineEdit* w);
+    void irpfPercentChanged();
+    void showPanel(QWidget* page);
+    void moveListSelection(QListWidget* list, int step);
+    void focus(QWidget* w);
+    void beep();
+    void setStatus(const QString& text);
+
+    // Posting, the receipt frame and the journal (form_vendes_posting.cpp).
+    void rebutGrava();
+    void rebutCancela();
+    void Escriu_Diari(const sales::JournalRow& row);
+    void Fi_Apunt();
+    void refused(sales::EntryField field, bool openPanel);
+    void journalDoubleClicked();
+    void Guardar();
+
+    QString m(int n) const;
+    QString fixed(const char* spanish, const char* catalan) const;
+    bool tickets() const;
+    bool clientRE() const;
+
+    WorkingContext& ctx_;
+    Dialogs& dialogs_;
+    report::ReportJob* job_;
+    report::ReportOutput* output_;
+
+    QLabel *lblOrdre, *lblFecha, *lblproces;
+    QLineEdit *txtDia, *txtMes, *txtClient, *txtTipus, *txtdescripcio, *txtTotal, *txtBaseIRPF,
+        *Text1, *txtRetencio;
+    QComboBox *cmbSerie, *CmbIva, *ListEntitats, *CmbClasificacion;
+    QListWidget *ListClients, *ListVendes, *ListRegistres;
+    QStackedWidget* work_;
+    QFrame *FrameList, *PanelIVA, *FrameTesoreria, *FRAME_recibos;
+    std::array<QLineEdit*, 3> txtBase{}, txtIVA{}, txtRE{};
+    std::array<QLabel*, 3> lbliva{}, lblRE{}, lblbase{}, lblQuota{};
+    QDateEdit* DtFacturacionVencimiento;
+    QCheckBox *chk_rebut, *chk_imprimir;
+    QLabel *lbl_rebut_titol, *lbl_rebut_client, *lbl_rebut_domicili, *lbl_rebut_poblacio,
+        *lbl_rebut_nif, *lbl_rebut_data;
+    std::array<QLineEdit*, 5> txt_rebut_concepte{};
+    QPushButton *btn_rebut_grava, *btn_rebut_cancela, *btnGuardar, *btnTancar;
+    QLabel* lblREHeader_;
+    QLabel *lblclient, *lblcmbIVA, *lblRetencio, *lblBaseIRPF, *lblText1;
+
+    // The labels made bold with their field, and the fields in Enter order.
+    QHash<QWidget*, QLabel*> labels_;
+    QList<QWidget*> order_;
+
+    Money exempta_;
+    bool posting_ = false;
+    bool aqui_ = false;       // the change was started from this screen's journal
+    bool loading_ = false;    // a posted sale is being put on the screen
+    QString status_;
+};
+
+}  // namespace tallora

@@ -1,0 +1,420 @@
+// FormVendes: the flow of the keys and the focus through the entry.
+#include "form_vendes.h"
+
+#include "context/common_helpers.h"
+#include "context/dialogs.h"
+#include "context/messages.h"
+#include "context/month_lock.h"
+#include "context/working_context.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFrame>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QStackedWidget>
+
+namespace tallora {
+namespace {
+
+bool isEnter(int key) {
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+void setBold(QWidget* w, bool bold) {
+    QFont font = w->font();
+    if (font.bold() == bold) return;
+    font.setBold(bold);
+    w->setFont(font);
+}
+
+}  // namespace
+
+void FormVendes::beep() {
+    dialogs_.beep();
+}
+
+void FormVendes::setStatus(const QString& text) {
+    status_ = text;
+    emit statusChanged(text);
+}
+
+void FormVendes::focus(QWidget* w) {
+    w->setFocus(Qt::OtherFocusReason);
+    // The focus event also runs when the window is not active (tests, a window behind).
+    if (!w->hasFocus()) fieldEntered(w);
+}
+
+bool FormVendes::clientRE() const {
+    return !tickets() && sales::Client_RE(ctx_, txtClient->text());
+}
+
+bool FormVendes::eventFilter(QObject* watched, QEvent* event) {
+    auto* w = qobject_cast<QWidget*>(watched);
+    if (!w) return false;
+    if (event->type() == QEvent::FocusIn) {
+        fieldEntered(w);
+        return false;
+    }
+    if (event->type() == QEvent::FocusOut) {
+        if (w == CmbIva) leaveCmbIva();
+        for (std::size_t i = 0; i < 3; ++i)
+            if (w == txtBase[i] || w == txtIVA[i] || w == txtRE[i])
+                amountLeft(static_cast<QLineEdit*>(w));
+        if (ctx_.Facturacio && (w == txtRetencio || w == txtBaseIRPF)) {
+            sales::SaleEntry e = entry();
+            sales::Recalcula_Apunt(ctx_, e, clientRE());
+            display(e);
+        }
+        return false;
+    }
+    if (event->type() != QEvent::KeyPress) return false;
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (key->key() == Qt::Key_Plus && (key->modifiers() & Qt::KeypadModifier)) {
+        GrabaApunt();
+        return true;
+    }
+    if (key->text() == QStringLiteral("+")) return true;  // the sanitiser would drop it
+    if (key->key() == Qt::Key_Escape) {
+        work_->currentWidget() == FRAME_recibos ? rebutCancela() : Surt_Apunt();
+        return true;
+    }
+    if (isEnter(key->key())) return enterPressed(w);
+    if (key->key() == Qt::Key_Up) return upPressed(w);
+    if (key->key() == Qt::Key_Down && (w == txtClient || w == txtTipus)) {
+        moveListSelection(w == txtClient ? ListClients : ListVendes, 1);
+        return true;
+    }
+    if (key->key() == Qt::Key_Right && (w == txtClient || w == txtTipus)) {
+        auto* line = static_cast<QLineEdit*>(w);
+        if (line->cursorPosition() < line->text().size()) return false;
+        QListWidget* list = w == txtClient ? ListClients : ListVendes;
+        if (list->currentRow() < 0 && list->count() > 0) list->setCurrentRow(0);
+        list->setFocus();
+        return true;
+    }
+    if (key->key() == Qt::Key_Left && (w == ListClients || w == ListVendes)) {
+        focus(w == ListClients ? txtClient : txtTipus);
+        return true;
+    }
+    return false;
+}
+
+// Bold goes with the focus: the label of the field in hand, and nothing else.
+void FormVendes::NEGRETES(QWidget* focused) {
+    for (auto it = labels_.cbegin(); it != labels_.cend(); ++it) setBold(it.value(), false);
+    if (QLabel* label = labels_.value(focused)) setBold(label, true);
+    if (auto* line = qobject_cast<QLineEdit*>(focused)) line->selectAll();
+}
+
+void FormVendes::showPanel(QWidget* page) {
+    work_->setCurrentWidget(page);
+}
+
+void FormVendes::fieldEntered(QWidget* w) {
+    NEGRETES(w);
+    if (w == txtClient || w == txtTipus) {
+        showPanel(FrameList);
+        auto* lists = FrameList->findChild<QStackedWidget*>(QStringLiteral("lists"));
+        lists->setCurrentWidget(w == txtClient ? ListClients : ListVendes);
+    }
+    for (std::size_t i = 0; i < 3; ++i)
+        if (w == txtBase[i] || w == txtIVA[i] || w == txtRE[i]) showPanel(PanelIVA);
+    if (earlierFieldEmpty(w)) return;
+    if (w == txtMes && lblOrdre->text().isEmpty() && txtMes->text().isEmpty())
+        if (const auto month = Mes_Per_Defecte(ctx_)) txtMes->setText(QString::number(*month));
+}
+
+// Typing a later field while an earlier one is empty sends the focus back to it.
+bool FormVendes::earlierFieldEmpty(QWidget* w) {
+    const qsizetype at = order_.indexOf(w);
+    const bool amount = at >= order_.indexOf(txtTotal) || (at < 0 && work_->currentWidget() == PanelIVA &&
+                                                           labels_.contains(w));
+    if (at < 0 && !amount) return false;
+    QList<QWidget*> needed;
+    if (at != 0) needed << txtDia;
+    if (at < 0 || at > 1) needed << txtMes;
+    if (amount) {
+        if (!tickets()) needed << txtClient;
+        needed << txtTipus;
+    }
+    for (QWidget* earlier : needed) {
+        if (static_cast<QLineEdit*>(earlier)->text().isEmpty()) {
+            beep();
+            focus(earlier);
+            return true;
+        }
+    }
+    return false;
+}
+
+bool FormVendes::enterPressed(QWidget* w) {
+    if (w == txtDia) {
+        dayEntered();
+    } else if (w == txtMes) {
+        monthEntered();
+    } else if (w == txtClient || w == ListClients) {
+        takeCustomer();
+    } else if (w == txtTipus || w == ListVendes) {
+        takeAccount();
+    } else if (w == txtdescripcio) {
+        if (txtdescripcio->text().isEmpty()) txtdescripcio->setText(QStringLiteral("-"));
+        focus(txtTotal);
+    } else if (w == txtTotal) {
+        totalEntered();
+    } else if (w == CmbIva) {
+        if (sales::amountOf(ctx_, txtTotal->text()) == Money{}) {
+            beep();
+            focus(txtTotal);
+        } else {
+            leaveCmbIva();
+            focus(txtBaseIRPF);
+        }
+    } else if (w == txtBaseIRPF) {
+        focus(Text1);
+    } else if (w == Text1) {
+        if (Text1->text().isEmpty()) Text1->setText(QStringLiteral("0"));
+        focus(txtRetencio);
+    } else if (w == txtRetencio) {
+        retentionEntered();
+    } else if (w == ListEntitats) {
+        toFirstBase();
+    } else if (auto* line = qobject_cast<QLineEdit*>(w); line && labels_.contains(w) &&
+                                                            order_.indexOf(w) < 0) {
+        amountEntered(line);
+    } else {
+        const auto at = std::find(txt_rebut_concepte.begin(), txt_rebut_concepte.end(), w);
+        if (at == txt_rebut_concepte.end()) return false;
+        if (at + 1 == txt_rebut_concepte.end())
+            rebutGrava();
+        else
+            focus(*(at + 1));
+    }
+    return true;
+}
+
+bool FormVendes::upPressed(QWidget* w) {
+    if (w == txtClient) {
+        moveListSelection(ListClients, -1);
+        return true;
+    }
+    if (w == txtTipus) {
+        focus(txtClient->isVisible() ? static_cast<QWidget*>(txtClient) : txtMes);
+        return true;
+    }
+    qsizetype at = order_.indexOf(w);
+    if (at < 0) return false;
+    while (--at >= 0) {
+        QWidget* before = order_[at];
+        if (before->isVisibleTo(this) && before->isEnabled()) {
+            focus(before);
+            break;
+        }
+    }
+    return true;
+}
+
+void FormVendes::dayEntered() {
+    bool ok = false;
+    const int day = txtDia->text().toInt(&ok);
+    if (!ok || day > 31 || day < 1) {
+        beep();
+        return;
+    }
+    if (lblOrdre->text().isEmpty()) setStatus(m(623));
+    if (ctx_.Facturacio && txtdescripcio->text().isEmpty())
+        txtdescripcio->setText(QStringLiteral("-"));
+    focus(txtMes);
+}
+
+void FormVendes::monthEntered() {
+    if (!dateChecked()) return;
+    focus(txtClient->isVisibleTo(this) ? static_cast<QWidget*>(txtClient) : txtTipus);
+}
+
+bool FormVendes::dateChecked() {
+    const auto date = sales::Valida_Data(ctx_, txtDia->text(), txtMes->text());
+    if (!date) {
+        beep();
+        dialogs_.information(m(619));
+        txtMes->clear();
+        return false;
+    }
+    lblFecha->setText(date->toString(QStringLiteral("dd/MM/yyyy")));
+    if (Mes_Bloquejat(ctx_, date->month())) {
+        dialogs_.information(m(622));
+        if (lblOrdre->text().isEmpty()) {
+            txtDia->clear();
+            txtMes->clear();
+            lblFecha->clear();
+            focus(txtDia);
+        }
+        return false;
+    }
+    return true;
+}
+
+namespace {
+
+// The list-box prefix search: the first row that starts with the text, none for no match.
+void selectPrefix(QListWidget* list, const QString& text) {
+    if (text.isEmpty()) {
+        list->setCurrentRow(-1);
+        list->clearSelection();
+        return;
+    }
+    for (int row = 0; row < list->count(); ++row) {
+        if (list->item(row)->text().startsWith(text, Qt::CaseInsensitive)) {
+            list->setCurrentRow(row);
+            list->scrollToItem(list->item(row));
+            return;
+        }
+    }
+    list->setCurrentRow(-1);
+    list->clearSelection();
+}
+
+}  // namespace
+
+void FormVendes::customerTyped(const QString& text) {
+    selectPrefix(ListClients, text);
+    // RE follows the customer, so the amounts are recomputed, except while a posted sale
+    // is being loaded.
+    if (tickets() || loading_) return;
+    sales::SaleEntry e = entry();
+    sales::Recalcula_Apunt(ctx_, e, clientRE());
+    display(e);
+}
+
+void FormVendes::accountTyped(const QString& text) {
+    selectPrefix(ListVendes, text);
+}
+
+void FormVendes::moveListSelection(QListWidget* list, int step) {
+    const int row = std::clamp(list->currentRow() + step, 0, list->count() - 1);
+    if (list->count() > 0) list->setCurrentRow(row);
+}
+
+void FormVendes::takeCustomer() {
+    QListWidgetItem* item = ListClients->currentItem();
+    if (!item || !item->isSelected()) {
+        beep();
+        focus(txtClient);
+        return;
+    }
+    txtClient->setText(item->text());
+    Activa_RE();
+    focus(txtTipus);
+}
+
+void FormVendes::takeAccount() {
+    QListWidgetItem* item = ListVendes->currentItem();
+    if (!item || !item->isSelected()) {
+        beep();
+        focus(txtTipus);
+        return;
+    }
+    txtTipus->setText(item->text());
+    focus(txtdescripcio);
+}
+
+void FormVendes::Activa_RE() {
+    const bool re = clientRE();
+    lblREHeader_->setVisible(re);
+    for (std::size_t i = 0; i < 3; ++i) {
+        const bool used = ctx_.TipusIVA[i] != 0;
+        lblRE[i]->setVisible(re && used);
+        txtRE[i]->setVisible(re && used);
+        txtRE[i]->setEnabled(re);
+        if (!re) txtRE[i]->setText(QStringLiteral("0"));
+    }
+}
+
+void FormVendes::totalEntered() {
+    if (txtTotal->text().isEmpty()) return;
+    txtTotal->setText(sales::reformat(ctx_, txtTotal->text()));
+    if (tickets())
+        GrabaApunt();
+    else
+        focus(CmbIva);
+}
+
+bool FormVendes::leaveCmbIva() {
+    // "Otros" means the bases are typed by hand: the split runs at 0.
+    if (CmbIva->currentIndex() < 0 || CmbIva->currentIndex() == 4) CmbIva->setCurrentIndex(0);
+    sales::SaleEntry e = entry();
+    sales::Reparteix_Total(ctx_, e, CmbIva->currentText().toDouble(), clientRE());
+    display(e);
+    return true;
+}
+
+void FormVendes::retentionEntered() {
+    leaveCmbIva();
+    if (tickets()) {
+        GrabaApunt();
+    } else if (FrameTesoreria->isVisibleTo(this)) {
+        focus(ListEntitats);
+    } else {
+        toFirstBase();
+    }
+}
+
+void FormVendes::toFirstBase() {
+    showPanel(PanelIVA);
+    for (std::size_t i = 0; i < 3; ++i) {
+        if (ctx_.TipusIVA[i] != 0) {
+            focus(txtBase[i]);
+            return;
+        }
+    }
+}
+
+void FormVendes::amountLeft(QLineEdit* w) {
+    sales::SaleEntry e = entry();
+    for (int i = 0; i < 3; ++i) {
+        if (w == txtBase[static_cast<std::size_t>(i)]) {
+            if (!sales::baseTyped(ctx_, e, i)) beep();
+            display(e);
+            return;
+        }
+    }
+    w->setText(sales::reformat(ctx_, w->text()));
+}
+
+// Enter in the amounts panel: along the row, then to the next row of a rate in use; past
+// the last one the entry is posted (or the receipt opens first).
+void FormVendes::amountEntered(QLineEdit* w) {
+    amountLeft(w);
+    QList<QLineEdit*> along;
+    for (std::size_t i = 0; i < 3; ++i) {
+        if (ctx_.TipusIVA[i] == 0) continue;
+        along << txtBase[i] << txtIVA[i];
+        if (txtRE[i]->isVisibleTo(this) && txtRE[i]->isEnabled()) along << txtRE[i];
+    }
+    const qsizetype at = along.indexOf(w);
+    if (at >= 0 && at + 1 < along.size()) {
+        focus(along[at + 1]);
+        return;
+    }
+    if (w->text() == QStringLiteral("-")) return;
+    if (chk_rebut->isChecked() && ctx_.DocsGenerar)
+        Mostra_Rebut();
+    else
+        GrabaApunt();
+}
+
+void FormVendes::irpfPercentChanged() {
+    if (Es_Numeric(ctx_, txtBaseIRPF->text()) && !sales::isEmptyAmount(txtBaseIRPF->text()))
+        txtRetencio->setText(sales::irpfOf(ctx_, txtBaseIRPF->text(), Text1->text()));
+    else
+        txtRetencio->clear();
+    if (ctx_.Facturacio) {
+        sales::SaleEntry e = entry();
+        sales::Recalcula_Apunt(ctx_, e, clientRE());
+        display(e);
+    }
+}
+
+}  // namespace tallora

@@ -1,0 +1,102 @@
+#include "sales_gallery.h"
+
+#include "context/working_context.h"
+#include "sales/sale_entry.h"
+#include "sales/ui/form_vendes.h"
+#include "treasury/ui/form_cartera_recibos.h"
+#include "report/report_job.h"
+#include "schema/creation.h"
+#include "store/database.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+
+namespace tallora {
+namespace {
+
+// The sample's sales of goods, in the language its chart was made in.
+QString salesAccount(const WorkingContext& ctx) {
+    auto db = store::Database::open(ctx.exerciseFile(schema::db::Comptes));
+    auto st = db.prepare(QStringLiteral("select NomCompte from Ingresos where NomCompte like '700%'"));
+    return st.next() ? st.text(0) : QString();
+}
+
+// A sale of the sample shop as the user would have typed it up to the amounts.
+sales::SaleEntry typed(const WorkingContext& ctx, const QString& day, const QString& customer,
+                       const QString& description, const QString& total) {
+    sales::SaleEntry e;
+    e.txtDia = day;
+    e.txtMes = QStringLiteral("3");
+    e.lblFecha = day.rightJustified(2, u'0') + QStringLiteral("/03/") + ctx.Exercici;
+    e.txtClient = customer;
+    e.txtTipus = salesAccount(ctx);
+    e.txtdescripcio = description;
+    e.txtTotal = total;
+    sales::Reparteix_Total(ctx, e, ctx.TipusIVA[0], sales::Client_RE(ctx, customer));
+    return e;
+}
+
+enum class Stage { Fresh, Amounts, Receipt, Journal };
+
+GalleryScreen salesScreen(const QString& name, Stage stage,
+                          std::function<void(WorkingContext&)> openExercise, Dialogs& dialogs) {
+    return {name, [stage, openExercise, &dialogs](WorkingContext& ctx) {
+                openExercise(ctx);
+                ctx.Tesoreria = true;
+                ctx.Facturacio = false;
+                ctx.DocsGenerar = stage == Stage::Receipt;
+                auto screen = std::make_unique<FormVendes>(ctx, dialogs);
+                screen->resize(1024, 700);
+                const QString customer = QStringLiteral("Construccions Puigdemunt, S.L.");
+                if (stage == Stage::Journal) {
+                    const char* sales[][4] = {{"3", "Construccions Puigdemunt, S.L.", "F-101", "1.210,00"},
+                                              {"7", "Jordi Casals Ferrer", "F-102", "96,80"},
+                                              {"12", "Fusteria Can Mas", "F-103", "2.541,00"}};
+                    for (const auto& sale : sales) {
+                        screen->display(typed(ctx, QString::fromUtf8(sale[0]), QString::fromUtf8(sale[1]),
+                                              QString::fromUtf8(sale[2]), QString::fromUtf8(sale[3])));
+                        // The first attempt shows the amounts, the second posts.
+                        screen->GrabaApunt();
+                        screen->GrabaApunt();
+                    }
+                }
+                if (stage == Stage::Amounts || stage == Stage::Receipt) {
+                    screen->display(typed(ctx, QStringLiteral("15"), customer, QStringLiteral("F-104"),
+                                          QStringLiteral("726,00")));
+                    screen->findChild<QComboBox*>(QStringLiteral("CmbIva"))->setCurrentIndex(1);
+                    screen->GrabaApunt();  // shows the amounts, as a first attempt does
+                }
+                if (stage == Stage::Receipt) {
+                    screen->findChild<QCheckBox*>(QStringLiteral("chk_rebut"))->setChecked(true);
+                    screen->Mostra_Rebut();
+                    screen->findChild<QLineEdit*>(QStringLiteral("txt_rebut_concepte"))
+                        ->setText(QStringLiteral("Material de ferreteria según albarán 2026/088"));
+                }
+                return std::unique_ptr<QWidget>(std::move(screen));
+            }};
+}
+
+}  // namespace
+
+void addSalesScreens(std::vector<GalleryScreen>& screens,
+                     std::function<void(WorkingContext&)> openExercise, Dialogs& dialogs) {
+    screens.push_back(salesScreen(QStringLiteral("FormVendes"), Stage::Fresh, openExercise, dialogs));
+    screens.push_back(
+        salesScreen(QStringLiteral("FormVendes_amounts"), Stage::Amounts, openExercise, dialogs));
+    screens.push_back(
+        salesScreen(QStringLiteral("FormVendes_receipt"), Stage::Receipt, openExercise, dialogs));
+    screens.push_back(
+        salesScreen(QStringLiteral("FormVendes_journal"), Stage::Journal, openExercise, dialogs));
+    // After the postings above, the sales left pending wait in the portfolio.
+    screens.push_back({QStringLiteral("FormCarteraRecibos"), [openExercise, &dialogs](WorkingContext& ctx) {
+                           openExercise(ctx);
+                           ctx.Tesoreria = true;
+                           static report::ReportJob job;
+                           auto screen = std::make_unique<FormCarteraRecibos>(ctx, dialogs, job, nullptr);
+                           screen->resize(1024, 620);
+                           return std::unique_ptr<QWidget>(std::move(screen));
+                       }});
+}
+
+}  // namespace tallora
