@@ -59,8 +59,12 @@ std::optional<int> rewrite(const WorkingContext& ctx, const Direction& d, std::i
         .execute();
     const std::optional<Invoice> invoice = readInvoice(db, d, ordre);
     if (!invoice) return std::nullopt;
-    db.prepare(QStringLiteral("delete from c.cartera where %1 = ? and %1 <> 0").arg(d.source))
+    // Invoice numbers restart each year and the portfolio holds every exercise: only this
+    // exercise's receipt of the invoice is replaced.
+    db.prepare(QStringLiteral("delete from c.cartera where %1 = ? and %1 <> 0 and Ejercicio = ?")
+                   .arg(d.source))
         .bind(1, ordre)
+        .bind(2, ctx.Exercici)
         .execute();
     store::Statement insert = db.prepare(
         QStringLiteral("insert into c.cartera (data, %1, In_Out, Ejercicio, Factura, total, %2) "

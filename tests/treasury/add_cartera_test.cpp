@@ -111,6 +111,17 @@ TEST_F(AddCartera, APurchaseTheSameWithItsSupplier) {
               QStringList{"-1|1"});
 }
 
+TEST_F(AddCartera, AReceiptOfAnotherExerciseWithTheSameNumberStays) {
+    f.ctx.Exercici = QStringLiteral("2026");
+    exec(cartera(), "insert into cartera (data, cliente, In_Out, Ejercicio, Factura, Total, "
+                    "FrasOut) values ('2025-12-01', 1, 'Out', '2025', 'F-2025/5', 50000, 5)");
+    dialogs.setNextAnswer(Dialogs::Answer::Yes);
+    EXPECT_TRUE(AddCartera_Venda(f.ctx, dialogs, QStringLiteral("5")));
+    EXPECT_EQ(rows(cartera(), "select Ejercicio, Factura from cartera where FrasOut = 5 "
+                              "order by Ejercicio"),
+              (QStringList{"2025|F-2025/5", "2026|F-2026/5"}));
+}
+
 TEST_F(AddCartera, TheReceiptTakesTheExerciseOpen) {
     f.ctx.Exercici = QStringLiteral("2027");
     dialogs.setNextAnswer(Dialogs::Answer::Yes);
