@@ -42,6 +42,15 @@ QStringList referenceOptions() {
     return {"code", "description", "price"};
 }
 
+// The fields of the sales screen; a change takes them all but the rate of the split.
+QStringList saleOptions() {
+    return QStringLiteral(
+               "day month customer account description series total irpf-base irpf-percent "
+               "irpf-amount base1 base2 base3 iva1 iva2 iva3 re1 re2 re3 treasury-account due "
+               "classification concept1 concept2 concept3 concept4 concept5")
+        .split(u' ');
+}
+
 const std::vector<Command>& commands() {
     static const std::vector<Command> table{
         {"units", "", 0, 0, {}, unitsCommand},
@@ -95,6 +104,9 @@ const std::vector<Command>& commands() {
         {"reference-add", "NIF8 YYYY", 2, 2, referenceOptions(), referenceAddCommand},
         {"reference-change", "NIF8 YYYY CODE", 3, 3, referenceOptions(), referenceChangeCommand},
         {"reference-remove", "NIF8 YYYY CODE", 3, 3, {}, referenceRemoveCommand},
+        {"portfolio", "NIF8 YYYY", 2, 2, {"suppliers", "party", "order"}, portfolioCommand},
+        {"post-sale", "NIF8 YYYY", 2, 2, saleOptions() << "rate", postSaleCommand},
+        {"change-sale", "NIF8 YYYY NUMBER", 3, 3, saleOptions() << "pending", changeSaleCommand},
     };
     return table;
 }

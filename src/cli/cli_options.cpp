@@ -21,6 +21,15 @@ const std::map<QString, bool>& knownOptions() {
              {"province", "phone", "fax", "email", "web", "re", "balance", "payment", "bank", "ccc",
               "class", "group", "group-name", "code", "description", "price"})
             o.emplace(QString::fromLatin1(field), true);
+        o.insert({{"suppliers", false}, {"party", true}, {"order", true}});
+        // The fields of the sales screen.
+        for (const QString& field :
+             QStringLiteral("day month customer account series total rate irpf-base "
+                            "irpf-percent irpf-amount base1 base2 base3 treasury-account due "
+                            "classification concept1 concept2 concept3 concept4 concept5")
+                 .split(u' '))
+            o.emplace(field, true);
+        o.emplace(QStringLiteral("pending"), false);
         return o;
     }();
     return options;

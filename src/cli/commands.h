@@ -58,6 +58,13 @@ int referenceAddCommand(Session& s, const CliOptions& o);
 int referenceChangeCommand(Session& s, const CliOptions& o);
 int referenceRemoveCommand(Session& s, const CliOptions& o);
 
+// portfolio_commands.cpp
+int portfolioCommand(Session& s, const CliOptions& o);
+
+// sale_commands.cpp
+int postSaleCommand(Session& s, const CliOptions& o);
+int changeSaleCommand(Session& s, const CliOptions& o);
+
 // maintenance_commands.cpp
 int repairCommand(Session& s, const CliOptions& o);
 int compactCommand(Session& s, const CliOptions& o);

@@ -100,6 +100,42 @@ With treasury control only:
   other-account-change NIF8 YYYY NUMBER [the options of other-account-add]
   other-account-remove NIF8 YYYY NUMBER
                       refused while a treasury movement crosses the account
+  portfolio NIF8 YYYY [--suppliers] [--party NUMBER] [--order date|due]
+                      the receipts still to collect from the customers (or to pay to the
+                      suppliers), of every exercise of the company, one a line: number,
+                      party, date, due date, invoice, total, settled on account; --party
+                      keeps one customer's (or supplier's), --order due orders by due date.
+                      Then the two totals still due, over every party.
+Sales, as the sales screen enters them (not with the billing module, whose sales are
+documents with lines). Amounts as above; --day and --month are one or two digits.
+  post-sale NIF8 YYYY --day D [--month M] --customer NAME --account NAME --total AMOUNT
+                  [--description TEXT] [--series /Abon|/Rect] [--rate R|otros]
+                  [--irpf-base AMOUNT] [--irpf-percent P] [--irpf-amount AMOUNT]
+                  [--base1 AMOUNT --base2 AMOUNT --base3 AMOUNT]
+                  [--iva1 AMOUNT ... --iva3 AMOUNT] [--re1 AMOUNT ... --re3 AMOUNT]
+                  [--treasury-account NAME] [--due DD/MM/YYYY]
+                  [--classification intra|canarias] [--concept1 TEXT ... --concept5 TEXT]
+                      posts a new sale and prints the journal of the screen, its line
+                      "MODIFICAR" followed by the invoice number. The date is checked
+                      against the month lock; without --month the only open month is
+                      taken. Customer and sales account are names of their lists (any
+                      case); in kind TICKETS there is no customer, rate, withholding or
+                      amounts panel. The total is split by --rate, one of the exercise's
+                      rates, "0" or "otros" (default: the first rate; with a base typed,
+                      "otros"); a base typed takes its IVA and RE, a quota typed
+                      overrides. --irpf-amount overrides base x percent. The description
+                      defaults to "-", the invoice number; --series goes behind it.
+                      --treasury-account names the account that collected it (treasury
+                      control only); without it the sale waits in the portfolio, due on
+                      --due (default today). --classification needs that option of the
+                      company. The program's questions (same invoice, a difference taken
+                      as exempt) need --yes; every refusal prints its message, exit 1.
+  change-sale NIF8 YYYY NUMBER [the options of post-sale but --rate] [--pending]
+                      changes a posted sale: only the fields given change, with no split
+                      and no automatic quotas; a new customer recomputes quotas and
+                      total from the bases, as the screen does. --pending leaves it to
+                      collect again. A sale settled in a collection run keeps its
+                      treasury rows and takes neither --treasury-account nor --pending.
 With the billing module only (the references belong to the company):
   references NIF8 YYYY
                       code, description, price
@@ -119,6 +155,9 @@ Examples:
   tallora5-cli --unit /srv/llibres month-lock B1234567 2025 1 2 3
   tallora5-cli --unit /srv/llibres customer-add B1234567 2025 --name "Maria Soler" --re yes
   tallora5-cli --unit /srv/llibres --yes account-remove B1234567 2025 Serveis 12
+  tallora5-cli --unit /srv/llibres post-sale B1234567 2025 --day 15 --month 3 \
+                  --customer "Maria Soler" --account "700 Ventas de mercaderías" --total 121,00
+  tallora5-cli --unit /srv/llibres change-sale B1234567 2025 7 --treasury-account "Caja efectivo"
 )");
 }
 

@@ -6,6 +6,7 @@
 #include "context/dialogs.h"
 #include "schema/upgrades.h"
 #include "store/database.h"
+#include "../table_rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -48,18 +49,8 @@ protected:
         store::Database::open(path).execute(sql);
     }
 
-    // Every row of `sql`, its columns joined by '|' (null as "<null>").
     static QStringList rows(const QString& path, const QString& sql) {
-        store::Database d = store::Database::open(path);
-        store::Statement st = d.prepare(sql);
-        QStringList out;
-        while (st.next()) {
-            QStringList cols;
-            for (int i = 0; i < st.columnCount(); ++i)
-                cols << (st.isNull(i) ? QStringLiteral("<null>") : st.text(i));
-            out << cols.join(u'|');
-        }
-        return out;
+        return tableRows(path, sql);
     }
 
     // Every box shown, as "I:" information, "S:" stop or "Q:" question, and its text.

@@ -1,0 +1,346 @@
+// post-sale and change-sale: the sales screen's fields given as options, typed into the
+// entry in the screen's order, then verified, written and journalled by the screen's logic.
+#include "commands.h"
+#include "context/messages.h"
+#include "context/month_lock.h"
+#include "context/working_context.h"
+#include "master/accounts.h"
+#include "master/customers.h"
+#include "master/treasury_accounts.h"
+#include "master_common.h"
+#include "sales/sale_change.h"
+#include "sales/sale_entry.h"
+#include "sales/sale_journal.h"
+#include "sales/sale_posting.h"
+#include "sales/sale_validation.h"
+
+#include <QRegularExpression>
+
+#include <optional>
+
+namespace tallora::cli {
+namespace {
+
+using sales::SaleEntry;
+
+const QString kOtros = QStringLiteral("otros");
+const QString kDateFormat = QStringLiteral("dd/MM/yyyy");
+
+// The screen tells the faults of an entry with the information icon and keeps the entry
+// open; here nothing stays open, so they are refusals and go where every refusal goes.
+class EntryDialogs : public Dialogs {
+public:
+    explicit EntryDialogs(Dialogs& inner) : inner_(inner) {}
+    void information(const QString& text, const QString& title) override {
+        inner_.stop(text, title);
+    }
+    void stop(const QString& text, const QString& title) override { inner_.stop(text, title); }
+    Answer yesNo(const QString& text, const QString& title) override {
+        return inner_.yesNo(text, title);
+    }
+    Answer okCancel(const QString& text, const QString& title, Icon icon) override {
+        return inner_.okCancel(text, title, icon);
+    }
+    void beep() override { inner_.beep(); }
+
+private:
+    Dialogs& inner_;
+};
+
+QString optionName(const char* prefix, std::size_t i) {
+    return QString::fromLatin1(prefix) + QString::number(i + 1);
+}
+
+// Day and month fields take at most two digits, or stay blank; what they hold is judged by
+// the date check.
+void checkDayMonth(const CliOptions& o, const QString& option) {
+    static const QRegularExpression digits(QStringLiteral("^[0-9]{0,2}$"));
+    if (o.given(option) && !digits.match(o.value(option)).hasMatch())
+        throw UsageError{
+            QStringLiteral("--%1: \"%2\" is not one or two digits").arg(option, o.value(option))};
+}
+
+QDate dueArgument(const QString& text) {
+    const QDate date = QDate::fromString(text, kDateFormat);
+    if (!date.isValid())
+        throw UsageError{QStringLiteral("--due: \"%1\" is not a date DD/MM/YYYY").arg(text)};
+    return date;
+}
+
+// Every word checked before anything is opened.
+void checkWords(const CliOptions& o) {
+    checkDayMonth(o, QStringLiteral("day"));
+    checkDayMonth(o, QStringLiteral("month"));
+    QStringList amounts{"total", "irpf-base", "irpf-amount"};
+    for (std::size_t i = 0; i < 3; ++i)
+        amounts << optionName("base", i) << optionName("iva", i) << optionName("re", i);
+    for (const QString& option : amounts)
+        if (o.given(option)) amountArgument(option, o.value(option));
+    if (o.given(QStringLiteral("irpf-percent")))
+        rateArgument(QStringLiteral("irpf-percent"), o.value(QStringLiteral("irpf-percent")));
+    if (o.given(QStringLiteral("rate")) && o.value(QStringLiteral("rate")) != kOtros)
+        rateArgument(QStringLiteral("rate"), o.value(QStringLiteral("rate")));
+    if (o.given(QStringLiteral("series")))
+        choiceArgument(QStringLiteral("series"), o.value(QStringLiteral("series")),
+                       {"/Abon", "/Rect"});
+    if (o.given(QStringLiteral("due"))) dueArgument(o.value(QStringLiteral("due")));
+    if (o.given(QStringLiteral("classification")))
+        choiceArgument(QStringLiteral("classification"), o.value(QStringLiteral("classification")),
+                       {"intra", "canarias"});
+    if (o.given(QStringLiteral("treasury-account")) && o.flags.contains(QStringLiteral("pending")))
+        throw UsageError{QStringLiteral("--treasury-account and --pending exclude each other")};
+}
+
+// A percent or rate as its field holds it: the program's decimal mark.
+QString percentField(const WorkingContext& ctx, const QString& typed) {
+    QString text = typed;
+    return text.replace(u',', ctx.decimalMark()).replace(u'.', ctx.decimalMark());
+}
+
+// What an exercise, a company or the billing module leave out of the screen.
+bool fieldsExist(Session& s, const CliOptions& o) {
+    const WorkingContext& ctx = s.ctx;
+    // With the billing module a sale is a document with its lines, which are not typed here.
+    if (ctx.Facturacio) {
+        s.refuse(QStringLiteral("%1: with the billing module the sales are billing documents "
+                                "with their lines, which the companion does not enter")
+                     .arg(o.command));
+        return false;
+    }
+    for (const char* option : {"treasury-account", "pending", "due"})
+        if (o.given(QString::fromLatin1(option)) &&
+            !needsTreasury(s, QStringLiteral("--") + QString::fromLatin1(option)))
+            return false;
+    if (o.given(QStringLiteral("classification")) && !ctx.Intra) {
+        s.refuse(QStringLiteral("--classification needs the classification of invoices, which "
+                                "the company \"%1\" does not have")
+                     .arg(ctx.EmpresaNom));
+        return false;
+    }
+    if (!sales::isTickets(ctx)) return true;
+    // A shop's takings have no customer, no split, no amounts panel and no withholding.
+    QStringList hidden{"customer", "rate", "irpf-base", "irpf-percent", "irpf-amount"};
+    for (std::size_t i = 0; i < 3; ++i)
+        hidden << optionName("base", i) << optionName("iva", i) << optionName("re", i);
+    for (const QString& option : hidden)
+        if (o.given(option)) {
+            s.refuse(
+                QStringLiteral("--%1 does not go with an exercise of kind TICKETS").arg(option));
+            return false;
+        }
+    return true;
+}
+
+// Enter in txtMes: the date of day and month, then the month lock (messages 619 and 622).
+// An entry without day or month is left to the validation, which names what is missing.
+bool dateChecked(const WorkingContext& ctx, Dialogs& dialogs, SaleEntry& e) {
+    if (e.txtDia.isEmpty() || e.txtMes.isEmpty()) return true;
+    const auto date = sales::Valida_Data(ctx, e.txtDia, e.txtMes);
+    if (!date) {
+        dialogs.information(Missatge(ctx, 619));
+        return false;
+    }
+    e.lblFecha = date->toString(kDateFormat);
+    if (!Mes_Bloquejat(ctx, date->month())) return true;
+    dialogs.information(Missatge(ctx, 622));
+    return false;
+}
+
+// The customer taken from the list: the name found without regard to case gives the row's
+// own name, its number and its recargo. A name the list lacks is left for the validation
+// to refuse (640), as on the screen.
+void takeCustomer(const WorkingContext& ctx, const QString& typed, SaleEntry& e) {
+    const auto customer = master::customerByName(ctx, typed);
+    e.txtClient = e.listClientsText = customer ? customer->nom : typed;
+    e.clientNumber.reset();
+    if (customer) e.clientNumber = customer->client.toLongLong();
+    e.reEnabled = customer && customer->re;
+    // A posted sale changes its customer with its quotas: recargo follows the customer.
+    if (!e.isNew()) sales::Recalcula_Apunt(ctx, e, e.reEnabled);
+}
+
+// The sales account from ListVendes; an unknown name is refused by the validation (642).
+void takeAccount(const WorkingContext& ctx, const QString& typed, SaleEntry& e) {
+    e.txtTipus = e.listVendesText = typed;
+    for (const master::AccountItem& item : master::accountList(ctx, master::Family::Ingresos))
+        if (item.nomCompte.compare(typed, Qt::CaseInsensitive) == 0) {
+            e.txtTipus = e.listVendesText = item.nomCompte;
+            return;
+        }
+}
+
+// The rate of CmbIva: "0", one of the exercise's three, or "otros" (0: bases by hand).
+std::optional<double> splitRate(Session& s, const CliOptions& o, bool basesTyped) {
+    const WorkingContext& ctx = s.ctx;
+    if (sales::isTickets(ctx)) return 0.0;
+    if (!o.given(QStringLiteral("rate"))) return basesTyped ? 0.0 : ctx.TipusIVA[0];
+    const QString typed = o.value(QStringLiteral("rate"));
+    if (typed == kOtros) return 0.0;
+    const double rate = QString(typed).replace(u',', u'.').toDouble();
+    if (rate == 0) return 0.0;
+    for (double r : ctx.TipusIVA)
+        if (r != 0 && r == rate) return rate;
+    QStringList rows{QStringLiteral("0")};
+    for (double r : ctx.TipusIVA)
+        if (r != 0) rows << QString::number(r);
+    s.refuse(QStringLiteral("--rate: \"%1\" is not a rate of the exercise (%2 or otros)")
+                 .arg(typed, rows.join(QStringLiteral(", "))));
+    return std::nullopt;
+}
+
+bool anyBaseTyped(const CliOptions& o) {
+    for (std::size_t i = 0; i < 3; ++i)
+        if (o.given(optionName("base", i))) return true;
+    return false;
+}
+
+// IRPF and the amounts panel. A new entry is split by the rate first (leaving CmbIva); a base
+// typed afterwards takes its quotas as leaving txtBase(i) does, and a quota typed overrides.
+bool takeAmounts(Session& s, const CliOptions& o, SaleEntry& e) {
+    const WorkingContext& ctx = s.ctx;
+    if (o.given(QStringLiteral("total")))
+        e.txtTotal = fieldAmount(ctx, o.value(QStringLiteral("total")));
+    const bool irpfBase = o.given(QStringLiteral("irpf-base"));
+    const bool irpfPercent = o.given(QStringLiteral("irpf-percent"));
+    if (irpfBase) e.txtBaseIRPF = fieldAmount(ctx, o.value(QStringLiteral("irpf-base")));
+    if (irpfPercent) e.Text1 = percentField(ctx, o.value(QStringLiteral("irpf-percent")));
+    if (e.isNew()) {
+        const auto rate = splitRate(s, o, anyBaseTyped(o));
+        if (!rate) return false;
+        sales::Reparteix_Total(ctx, e, *rate, e.reEnabled);
+    } else if (irpfBase || irpfPercent) {
+        // A change of Text1 or of the base recomputes the amount withheld.
+        e.txtRetencio = sales::irpfOf(ctx, e.txtBaseIRPF, e.Text1);
+    }
+    if (o.given(QStringLiteral("irpf-amount")))
+        e.txtRetencio = fieldAmount(ctx, o.value(QStringLiteral("irpf-amount")));
+    for (std::size_t i = 0; i < 3; ++i) {
+        const QString base = optionName("base", i);
+        if (!o.given(base)) continue;
+        e.txtBase[i] = fieldAmount(ctx, o.value(base));
+        sales::baseTyped(ctx, e, static_cast<int>(i));
+    }
+    for (std::size_t i = 0; i < 3; ++i) {
+        const QString iva = optionName("iva", i);
+        const QString re = optionName("re", i);
+        if (o.given(iva)) e.txtIVA[i] = fieldAmount(ctx, o.value(iva));
+        if (!o.given(re)) continue;
+        // The recargo fields show only for a customer with recargo.
+        if (!e.reEnabled) {
+            s.refuse(QStringLiteral("--%1: the customer \"%2\" has no recargo de equivalencia")
+                         .arg(re, e.txtClient));
+            return false;
+        }
+        e.txtRE[i] = fieldAmount(ctx, o.value(re));
+    }
+    return true;
+}
+
+// ListEntitats: the treasury account that collected the sale, or none for a pending one.
+bool takeTreasury(Session& s, const CliOptions& o, SaleEntry& e) {
+    if (o.flags.contains(QStringLiteral("pending"))) {
+        e.entitat.clear();
+        e.entitatId.reset();
+    }
+    if (o.given(QStringLiteral("treasury-account"))) {
+        const QString name = o.value(QStringLiteral("treasury-account"));
+        const auto account = master::treasuryAccountByName(s.ctx, name);
+        if (!account) {
+            noSuchRecord(s, QStringLiteral("treasury account"), name);
+            return false;
+        }
+        e.entitat = account->entidad;
+        e.entitatId = account->id.toLongLong();
+    }
+    if (o.given(QStringLiteral("due"))) e.venciment = dueArgument(o.value(QStringLiteral("due")));
+    return true;
+}
+
+void takeTexts(const Session& s, const CliOptions& o, SaleEntry& e) {
+    takeText(o, "description", e.txtdescripcio);
+    takeText(o, "series", e.cmbSerie);
+    if (o.given(QStringLiteral("classification")))
+        e.clasificacion =
+            Missatge(s.ctx, o.value(QStringLiteral("classification")) == u"intra" ? 6855 : 6856);
+    for (std::size_t i = 0; i < e.concepte.size(); ++i)
+        if (o.given(optionName("concept", i))) e.concepte[i] = o.value(optionName("concept", i));
+}
+
+// Prints the journal of a posting, one row a line; a row that reopens the sale carries its
+// number.
+void printJournal(Session& s, const SaleEntry& e, const sales::PostingResult& result) {
+    sales::JournalPosting posting;
+    posting.ordre = result.ordre;
+    posting.affected = result.affected;
+    posting.change = !e.isNew();
+    posting.classification = s.ctx.Intra;
+    for (const sales::JournalRow& row : sales::Diari_Apunt(s.ctx, e, posting)) {
+        s.out << row.text;
+        if (row.opensChange()) s.out << ' ' << row.number;
+        s.out << '\n';
+    }
+}
+
+// The entry typed, verified and written: the screen's steps in its order.
+int post(Session& s, const CliOptions& o, SaleEntry& e) {
+    EntryDialogs dialogs(s.dialogs);
+    takeText(o, "day", e.txtDia);
+    takeText(o, "month", e.txtMes);
+    if (!dateChecked(s.ctx, dialogs, e)) return kRefused;
+    if (o.given(QStringLiteral("customer")))
+        takeCustomer(s.ctx, o.value(QStringLiteral("customer")), e);
+    if (o.given(QStringLiteral("account")))
+        takeAccount(s.ctx, o.value(QStringLiteral("account")), e);
+    takeTexts(s, o, e);
+    if (!takeAmounts(s, o, e) || !takeTreasury(s, o, e)) return kRefused;
+
+    sales::VerifyOptions options;
+    options.classification = s.ctx.Intra;
+    const sales::Verdict verdict = sales::Verifica_Apunt(s.ctx, dialogs, e, options);
+    if (!verdict.ok) return kRefused;
+    const sales::PostingResult result = sales::GrabaApunt(s.ctx, e, *verdict.account);
+    if (!result.error.isEmpty()) s.err << result.error << '\n';
+    printJournal(s, e, result);
+    return s.finish(result.ok());
+}
+
+bool enterSales(Session& s, const CliOptions& o, const ExerciseWords& w) {
+    if (!enterMasterFiles(s, w)) return false;
+    loadMonthLock(s.ctx);
+    return fieldsExist(s, o);
+}
+
+}  // namespace
+
+int postSaleCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    checkWords(o);
+    if (!enterSales(s, o, w)) return kRefused;
+    SaleEntry e;
+    e.txtdescripcio = QStringLiteral("-");
+    e.venciment = QDate::currentDate();
+    // On entering txtMes, a single open month is offered.
+    if (!o.given(QStringLiteral("month")))
+        if (const auto month = Mes_Per_Defecte(s.ctx)) e.txtMes = QString::number(*month);
+    return post(s, o, e);
+}
+
+int changeSaleCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    const QString number = numberArgument(o.arguments[2]);
+    checkWords(o);
+    if (!enterSales(s, o, w)) return kRefused;
+    auto loaded = sales::Modifica_Venda(s.ctx, number);
+    if (!loaded) return noSuchRecord(s, QStringLiteral("sale"), number);
+    // A sale settled in a collection run hides the treasury frame: its money rows stay.
+    if (loaded->settled && (o.given(QStringLiteral("treasury-account")) ||
+                            o.flags.contains(QStringLiteral("pending"))))
+        return s.refuse(QStringLiteral("the sale %1 was settled in a collection run; its "
+                                       "treasury account does not change")
+                            .arg(number));
+    SaleEntry& e = loaded->entry;
+    e.reEnabled = sales::Client_RE(s.ctx, e.txtClient);
+    return post(s, o, e);
+}
+
+}  // namespace tallora::cli
