@@ -76,27 +76,29 @@ void sanitise(SaleEntry& e) {
     for (QString& line : e.concepte) Neteja_Text(line);
 }
 
-void insertSale(const WorkingContext& ctx, Database& db, const SaleEntry& e,
-                const SalesAccount& account, std::int64_t ordre, bool collected) {
-    auto st = db.prepare(QStringLiteral(
-        "insert into frasout (total, Ordre, baseirpf, tipusirpf, retencio, "
-        "base1, Tiva1, iva1, Tre1, re1, base2, Tiva2, iva2, Tre2, re2, "
-        "base3, Tiva3, iva3, Tre3, re3, client, nomclient, direccio, poblacio, NIF, "
-        "concepte1, concepte2, concepte3, concepte4, concepte5, descripcio, data, "
-        "Grup, NomGrup, Compte, NomCompte, Cobrada, Clasificacion) values "
-        "(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
-        "?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+// The columns a posting and a change both write, in the order bindSale binds them.
+const QStringList& saleColumns() {
+    static const QStringList columns{
+        "total",     "baseirpf",  "tipusirpf", "retencio",  "base1",      "iva1",
+        "re1",       "base2",     "iva2",      "re2",       "base3",      "iva3",
+        "re3",       "client",    "nomclient", "direccio",  "poblacio",   "NIF",
+        "concepte1", "concepte2", "concepte3", "concepte4", "concepte5",  "descripcio",
+        "data",      "Grup",      "NomGrup",   "Compte",    "NomCompte",  "Cobrada",
+        "Clasificacion"};
+    return columns;
+}
+
+// Binds the values of saleColumns() from position 1; gives the next position.
+int bindSale(const WorkingContext& ctx, Statement& st, const SaleEntry& e,
+             const SalesAccount& account, bool collected) {
     int n = 0;
     st.bind(++n, stored(ctx, e.txtTotal));
-    st.bind(++n, ordre);
     st.bind(++n, stored(ctx, e.txtBaseIRPF));
     st.bind(++n, stored(ctx, e.Text1));
     st.bind(++n, stored(ctx, e.txtRetencio));
     for (std::size_t i = 0; i < 3; ++i) {
         st.bind(++n, stored(ctx, e.txtBase[i]));
-        st.bind(++n, Money::fromDouble(ctx.TipusIVA[i]));
         st.bind(++n, stored(ctx, e.txtIVA[i]));
-        st.bind(++n, Money::fromDouble(ctx.TipusRE[i]));
         st.bind(++n, stored(ctx, e.txtRE[i]));
     }
     st.bind(++n, customerNumber(ctx, e));
@@ -113,6 +115,24 @@ void insertSale(const WorkingContext& ctx, Database& db, const SaleEntry& e,
     st.bind(++n, textOf(account.NomCompte));
     st.bind(++n, collected);
     st.bind(++n, textOf(e.clasificacion));
+    return n + 1;
+}
+
+// A new sale also takes its number and the context's rates, which it keeps for good.
+void insertSale(const WorkingContext& ctx, Database& db, const SaleEntry& e,
+                const SalesAccount& account, std::int64_t ordre, bool collected) {
+    const QStringList columns =
+        saleColumns() + QStringList{"Ordre", "Tiva1", "Tre1", "Tiva2", "Tre2", "Tiva3", "Tre3"};
+    QStringList marks;
+    for (qsizetype i = 0; i < columns.size(); ++i) marks << QStringLiteral("?");
+    auto st = db.prepare(QStringLiteral("insert into frasout (%1) values (%2)")
+                             .arg(columns.join(QStringLiteral(", ")), marks.join(QStringLiteral(", "))));
+    int n = bindSale(ctx, st, e, account, collected);
+    st.bind(n++, ordre);
+    for (std::size_t i = 0; i < 3; ++i) {
+        st.bind(n++, Money::fromDouble(ctx.TipusIVA[i]));
+        st.bind(n++, Money::fromDouble(ctx.TipusRE[i]));
+    }
     st.execute();
 }
 
@@ -120,38 +140,10 @@ int updateSale(const WorkingContext& ctx, Database& db, const SaleEntry& e,
                const SalesAccount& account, std::int64_t ordre, bool collected) {
     // The rates (Tiva, Tre) are left out on purpose: a posted sale keeps the rates it was
     // posted with, whatever the configuration says now.
-    auto st = db.prepare(QStringLiteral(
-        "update frasout set total = ?, baseirpf = ?, tipusirpf = ?, retencio = ?, "
-        "base1 = ?, iva1 = ?, re1 = ?, base2 = ?, iva2 = ?, re2 = ?, base3 = ?, iva3 = ?, "
-        "re3 = ?, client = ?, nomclient = ?, Clasificacion = ?, direccio = ?, poblacio = ?, "
-        "nif = ?, concepte1 = ?, concepte2 = ?, concepte3 = ?, concepte4 = ?, concepte5 = ?, "
-        "descripcio = ?, data = ?, Grup = ?, NomGrup = ?, Compte = ?, NomCompte = ?, "
-        "Cobrada = ? where Ordre = ?"));
-    int n = 0;
-    st.bind(++n, stored(ctx, e.txtTotal));
-    st.bind(++n, stored(ctx, e.txtBaseIRPF));
-    st.bind(++n, stored(ctx, e.Text1));
-    st.bind(++n, stored(ctx, e.txtRetencio));
-    for (std::size_t i = 0; i < 3; ++i) {
-        st.bind(++n, stored(ctx, e.txtBase[i]));
-        st.bind(++n, stored(ctx, e.txtIVA[i]));
-        st.bind(++n, stored(ctx, e.txtRE[i]));
-    }
-    st.bind(++n, customerNumber(ctx, e));
-    st.bind(++n, textOf(e.txtClient));
-    st.bind(++n, textOf(e.clasificacion));
-    st.bind(++n, textOf(e.rebutDomicili));
-    st.bind(++n, textOf(e.rebutPoblacio));
-    st.bind(++n, textOf(e.rebutNif));
-    for (const QString& line : e.concepte) st.bind(++n, textOf(line));
-    st.bind(++n, invoiceText(e));
-    st.bind(++n, dateOf(e.lblFecha));
-    st.bind(++n, account.Grup);
-    st.bind(++n, textOf(account.NomGrup));
-    st.bind(++n, account.Compte);
-    st.bind(++n, textOf(account.NomCompte));
-    st.bind(++n, collected);
-    st.bind(++n, ordre);
+    auto st = db.prepare(QStringLiteral("update frasout set %1 = ? where Ordre = ?")
+                             .arg(saleColumns().join(QStringLiteral(" = ?, "))));
+    const int n = bindSale(ctx, st, e, account, collected);
+    st.bind(n, ordre);
     return st.execute();
 }
 
