@@ -14,6 +14,16 @@ double rateOf(const std::array<double, 3>& rates, int index) {
     return rates[static_cast<std::size_t>(index)];
 }
 
+// The recargo flag of the customer of that name; nothing when there is none.
+std::optional<bool> recargoOf(const WorkingContext& ctx, const QString& name) {
+    if (name.isEmpty()) return std::nullopt;
+    Database d = Database::open(ctx.exerciseFile(schema::db::Gest));
+    auto st = d.prepare(QStringLiteral("select nom, RE from clients where nom = ?"));
+    st.bind(1, name);
+    if (!st.next()) return std::nullopt;
+    return st.boolean(1);
+}
+
 }  // namespace
 
 bool isTickets(const WorkingContext& ctx) {
@@ -41,19 +51,11 @@ QString reformat(const WorkingContext& ctx, const QString& text) {
 }
 
 bool Verifica_Client(const WorkingContext& ctx, const QString& name) {
-    if (name.isEmpty()) return false;
-    Database d = Database::open(ctx.exerciseFile(schema::db::Gest));
-    auto st = d.prepare(QStringLiteral("select nom, RE from clients where nom = ?"));
-    st.bind(1, name);
-    return st.next();
+    return recargoOf(ctx, name).has_value();
 }
 
 bool Client_RE(const WorkingContext& ctx, const QString& name) {
-    if (name.isEmpty()) return false;
-    Database d = Database::open(ctx.exerciseFile(schema::db::Gest));
-    auto st = d.prepare(QStringLiteral("select nom, RE from clients where nom = ?"));
-    st.bind(1, name);
-    return st.next() && st.boolean(1);
+    return recargoOf(ctx, name).value_or(false);
 }
 
 std::optional<SalesAccount> Verifica_compte_venda(const WorkingContext& ctx, const QString& name) {

@@ -4,7 +4,7 @@
 #include "context/common_helpers.h"
 #include "context/messages.h"
 #include "context/working_context.h"
-#include "master/treasury_accounts.h"
+#include "master/accounts.h"
 #include "schema/creation.h"
 #include "shell/ui/field_behaviour.h"
 #include "shell/ui/screen_style.h"
@@ -458,12 +458,9 @@ void FormVendes::OMPLE_LLISTA_Clients() {
 
 void FormVendes::OMPLE_LLISTA_Vendes() {
     ListVendes->clear();
-    auto db = store::Database::open(ctx_.exerciseFile(schema::db::Comptes));
-    auto st = db.prepare(
-        QStringLiteral("select NomCompte, Compte from Ingresos order by NomCompte asc"));
-    while (st.next()) {
-        auto* item = new QListWidgetItem(st.text(0), ListVendes);
-        item->setData(Qt::UserRole, QVariant::fromValue<qint64>(st.int64(1)));
+    for (const master::AccountItem& account : master::accountList(ctx_, master::Family::Ingresos)) {
+        auto* item = new QListWidgetItem(account.nomCompte, ListVendes);
+        item->setData(Qt::UserRole, QVariant::fromValue<qint64>(account.compte));
     }
     accountTyped(txtTipus->text());
 }

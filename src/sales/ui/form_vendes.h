@@ -100,6 +100,7 @@ private:
     bool enterPressed(QWidget* w);
     bool upPressed(QWidget* w);
     void fieldEntered(QWidget* w);
+    void leaveField(QWidget* w);
     bool earlierFieldEmpty(QWidget* w);
     void dayEntered();
     void monthEntered();

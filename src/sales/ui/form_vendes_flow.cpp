@@ -42,9 +42,26 @@ void FormVendes::setStatus(const QString& text) {
 }
 
 void FormVendes::focus(QWidget* w) {
+    QWidget* from = focusWidget();
     w->setFocus(Qt::OtherFocusReason);
-    // The focus event also runs when the window is not active (tests, a window behind).
-    if (!w->hasFocus()) fieldEntered(w);
+    // A window that is not active gets no focus events: the fields are left and entered here.
+    if (!w->hasFocus()) {
+        if (from && from != w) leaveField(from);
+        fieldEntered(w);
+    }
+}
+
+// What leaving a field does, wherever the focus goes next.
+void FormVendes::leaveField(QWidget* w) {
+    if (w == CmbIva) leaveCmbIva();
+    for (std::size_t i = 0; i < 3; ++i)
+        if (w == txtBase[i] || w == txtIVA[i] || w == txtRE[i])
+            amountLeft(static_cast<QLineEdit*>(w));
+    if (ctx_.Facturacio && (w == txtRetencio || w == txtBaseIRPF)) {
+        sales::SaleEntry e = entry();
+        sales::Recalcula_Apunt(ctx_, e, clientRE());
+        display(e);
+    }
 }
 
 bool FormVendes::clientRE() const {
@@ -59,15 +76,7 @@ bool FormVendes::eventFilter(QObject* watched, QEvent* event) {
         return false;
     }
     if (event->type() == QEvent::FocusOut) {
-        if (w == CmbIva) leaveCmbIva();
-        for (std::size_t i = 0; i < 3; ++i)
-            if (w == txtBase[i] || w == txtIVA[i] || w == txtRE[i])
-                amountLeft(static_cast<QLineEdit*>(w));
-        if (ctx_.Facturacio && (w == txtRetencio || w == txtBaseIRPF)) {
-            sales::SaleEntry e = entry();
-            sales::Recalcula_Apunt(ctx_, e, clientRE());
-            display(e);
-        }
+        leaveField(w);
         return false;
     }
     if (event->type() != QEvent::KeyPress) return false;
@@ -169,8 +178,7 @@ bool FormVendes::enterPressed(QWidget* w) {
             beep();
             focus(txtTotal);
         } else {
-            leaveCmbIva();
-            focus(txtBaseIRPF);
+            focus(txtBaseIRPF);  // leaving CmbIva splits the total
         }
     } else if (w == txtBaseIRPF) {
         focus(Text1);
@@ -386,7 +394,6 @@ void FormVendes::amountLeft(QLineEdit* w) {
 // Enter in the amounts panel: along the row, then to the next row of a rate in use; past
 // the last one the entry is posted (or the receipt opens first).
 void FormVendes::amountEntered(QLineEdit* w) {
-    amountLeft(w);
     QList<QLineEdit*> along;
     for (std::size_t i = 0; i < 3; ++i) {
         if (ctx_.TipusIVA[i] == 0) continue;
@@ -398,6 +405,7 @@ void FormVendes::amountEntered(QLineEdit* w) {
         focus(along[at + 1]);
         return;
     }
+    amountLeft(w);
     if (w->text() == QStringLiteral("-")) return;
     if (chk_rebut->isChecked() && ctx_.DocsGenerar)
         Mostra_Rebut();
