@@ -36,14 +36,29 @@ QString companyDir(const QString& unit, const QString& nif8) {
 
 QString nif8Of(const QString& nif) { return nif.left(8); }
 
-QStringList availableUnits() {
-    QStringList units{QDir::homePath()};
-    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
-        if (!volume.isValid() || !volume.isReady()) continue;
-        const QString root = volume.rootPath();
-        if (!units.contains(root)) units << root;
+QStringList userUnits(const QString& home, const std::vector<MountedVolume>& volumes) {
+    const QString homeDir = withTrailingSlash(QDir::cleanPath(home));
+    const auto userPlace = [&](const QString& root) {
+        const QString dir = withTrailingSlash(QDir::cleanPath(root));
+        for (const char* base : {"/media/", "/run/media/", "/mnt/"})
+            if (dir.startsWith(QLatin1String(base)) && dir.size() > qsizetype(qstrlen(base)))
+                return true;
+        return dir.startsWith(homeDir) && dir != homeDir;
+    };
+    QStringList units{QDir::cleanPath(home)};
+    for (const MountedVolume& v : volumes) {
+        const QString root = QDir::cleanPath(v.root);
+        if (v.ready && !v.readOnly && userPlace(root) && !units.contains(root)) units << root;
     }
     return units;
+}
+
+QStringList availableUnits() {
+    std::vector<MountedVolume> volumes;
+    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes())
+        if (volume.isValid())
+            volumes.push_back({volume.rootPath(), volume.isReady(), volume.isReadOnly()});
+    return userUnits(QDir::homePath(), volumes);
 }
 
 QString defaultUnit() { return QDir::homePath(); }

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <vector>
+
 namespace tallora {
 
 // Names of the list and option files, in the one spelling the program writes.
@@ -33,7 +35,18 @@ QString companyDir(const QString& unit, const QString& nif8);
 // The first eight characters of a tax number, which name the company's folder and files.
 QString nif8Of(const QString& nif);
 
-// The units offered to the user: the home folder first, then the mounted volumes.
+// A mounted volume as the list of units sees it.
+struct MountedVolume {
+    QString root;
+    bool ready = true;
+    bool readOnly = false;
+};
+// The units offered to the user: the home folder first, then the volumes where a user keeps
+// data (removable media under /media, /run/media or /mnt, and folders below the home) that
+// are ready and writable. The root of the system and its mounts are never offered: nothing
+// of the user's can be written there.
+QStringList userUnits(const QString& home, const std::vector<MountedVolume>& volumes);
+// userUnits of this machine.
 QStringList availableUnits();
 QString defaultUnit();
 // ~/.config/tallora5/ (the XDG configuration location).

@@ -43,14 +43,15 @@ std::vector<CompanyEntry> readEmpresesLst(const QString& path) {
     return entries;
 }
 
-bool appendEmpresesLst(const QString& path, const CompanyEntry& entry) {
-    return appendTextFile(path, empresesRecord(entry));
+bool appendEmpresesLst(const QString& path, const CompanyEntry& entry, QString* error) {
+    return appendTextFile(path, empresesRecord(entry), error);
 }
 
-bool writeEmpresesLst(const QString& path, const std::vector<CompanyEntry>& entries) {
+bool writeEmpresesLst(const QString& path, const std::vector<CompanyEntry>& entries,
+                      QString* error) {
     QString content;
     for (const auto& e : entries) content += empresesRecord(e);
-    return writeTextFile(path, content);
+    return writeTextFile(path, content, error);
 }
 
 std::optional<CompanyData> readCompanyData(const QString& path) {
@@ -62,11 +63,11 @@ std::optional<CompanyData> readCompanyData(const QString& path) {
     return d;
 }
 
-bool writeCompanyData(const QString& path, const CompanyData& d) {
+bool writeCompanyData(const QString& path, const CompanyData& d, QString* error) {
     NotationWriter w;
     for (const QString* field : {&d.nom, &d.domicili, &d.poblacio, &d.cp, &d.nif})
         w.text(*field).endLine();
-    return writeTextFile(path, w.result());
+    return writeTextFile(path, w.result(), error);
 }
 
 std::vector<ExerciseEntry> readExerciciLst(const QString& path) {
@@ -82,14 +83,15 @@ std::vector<ExerciseEntry> readExerciciLst(const QString& path) {
     return entries;
 }
 
-bool appendExerciciLst(const QString& path, const ExerciseEntry& entry) {
-    return appendTextFile(path, exerciciRecord(entry));
+bool appendExerciciLst(const QString& path, const ExerciseEntry& entry, QString* error) {
+    return appendTextFile(path, exerciciRecord(entry), error);
 }
 
-bool writeExerciciLst(const QString& path, const std::vector<ExerciseEntry>& entries) {
+bool writeExerciciLst(const QString& path, const std::vector<ExerciseEntry>& entries,
+                      QString* error) {
     QString content;
     for (const auto& e : entries) content += exerciciRecord(e);
-    return writeTextFile(path, content);
+    return writeTextFile(path, content, error);
 }
 
 std::optional<ExerciseParams> readExerciseParams(const QString& path) {
@@ -109,7 +111,7 @@ std::optional<ExerciseParams> readExerciseParams(const QString& path) {
     return p;
 }
 
-bool writeExerciseParams(const QString& path, const ExerciseParams& p) {
+bool writeExerciseParams(const QString& path, const ExerciseParams& p, QString* error) {
     NotationWriter w;
     w.text(p.exercici).text(p.moneda).number(static_cast<std::int64_t>(p.tipusLlibre));
     for (const auto& rate : p.iva) w.text(rate);
@@ -118,7 +120,7 @@ bool writeExerciseParams(const QString& path, const ExerciseParams& p) {
     w.text(p.modeExercici).endLine();
     for (const auto& rate : p.ivas) w.text(rate);
     w.endLine();
-    return writeTextFile(path, w.result());
+    return writeTextFile(path, w.result(), error);
 }
 
 std::optional<double> rateValue(const QString& text) {
@@ -165,8 +167,8 @@ bool readOptionFlag(const QString& path, bool defaultHasEmptyText) {
     return item ? item->toBool().value_or(false) : false;
 }
 
-bool writeOptionFlag(const QString& path, bool value) {
-    return writeTextFile(path, NotationWriter().boolean(value).endLine().result());
+bool writeOptionFlag(const QString& path, bool value, QString* error) {
+    return writeTextFile(path, NotationWriter().boolean(value).endLine().result(), error);
 }
 
 CompanyFlags readCompanyFlags(const QString& companyFolder) {

@@ -2,7 +2,8 @@
 // Readers and writers of the list and option files of the data tree.
 //
 // Every file is written whole through a safe write (see notation.h); a reader never fails
-// on a damaged file: what it cannot read it gives as empty, and reading goes on.
+// on a damaged file: what it cannot read it gives as empty, and reading goes on. A writer
+// that fails gives false and, when asked, the description of that write's failure.
 #include <QString>
 
 #include <array>
@@ -25,8 +26,9 @@ struct CompanyEntry {
 CompanyEntry parseEmpresesLine(const QString& line);
 // Empty lines are skipped; a missing file gives no companies.
 std::vector<CompanyEntry> readEmpresesLst(const QString& path);
-bool appendEmpresesLst(const QString& path, const CompanyEntry& entry);
-bool writeEmpresesLst(const QString& path, const std::vector<CompanyEntry>& entries);
+bool appendEmpresesLst(const QString& path, const CompanyEntry& entry, QString* error = nullptr);
+bool writeEmpresesLst(const QString& path, const std::vector<CompanyEntry>& entries,
+                      QString* error = nullptr);
 
 // <NIF8>.Dat: five quoted lines.
 struct CompanyData {
@@ -35,7 +37,7 @@ struct CompanyData {
 };
 // nullopt when the file is missing; missing lines read as empty texts.
 std::optional<CompanyData> readCompanyData(const QString& path);
-bool writeCompanyData(const QString& path, const CompanyData& data);
+bool writeCompanyData(const QString& path, const CompanyData& data, QString* error = nullptr);
 
 // exercici.lst: one line an exercise, "year","currency".
 struct ExerciseEntry {
@@ -45,8 +47,9 @@ struct ExerciseEntry {
 };
 // Read in pairs; a lone last item gives an exercise with an empty currency.
 std::vector<ExerciseEntry> readExerciciLst(const QString& path);
-bool appendExerciciLst(const QString& path, const ExerciseEntry& entry);
-bool writeExerciciLst(const QString& path, const std::vector<ExerciseEntry>& entries);
+bool appendExerciciLst(const QString& path, const ExerciseEntry& entry, QString* error = nullptr);
+bool writeExerciciLst(const QString& path, const std::vector<ExerciseEntry>& entries,
+                      QString* error = nullptr);
 
 // <year>.DAT: the parameters of an exercise, rates as the user typed them.
 struct ExerciseParams {
@@ -61,7 +64,8 @@ struct ExerciseParams {
 };
 // nullopt when the file is missing; items past the end of a truncated file read as empty.
 std::optional<ExerciseParams> readExerciseParams(const QString& path);
-bool writeExerciseParams(const QString& path, const ExerciseParams& params);
+bool writeExerciseParams(const QString& path, const ExerciseParams& params,
+                         QString* error = nullptr);
 
 // A rate typed with ',' or '.' as decimal mark; nullopt when it is not a number.
 std::optional<double> rateValue(const QString& text);
@@ -78,7 +82,7 @@ std::vector<int> applyExerciseParams(WorkingContext& ctx, const ExerciseParams& 
 // as False and is written with False (fact_mod.cfg with an empty quoted text on a second
 // line, as the settings write it); an unreadable value counts as False.
 bool readOptionFlag(const QString& path, bool defaultHasEmptyText = false);
-bool writeOptionFlag(const QString& path, bool value);
+bool writeOptionFlag(const QString& path, bool value, QString* error = nullptr);
 
 // The three option flags of a company folder, read by the rule above.
 struct CompanyFlags {

@@ -179,7 +179,10 @@ bool writeTextFile(const QString& path, const QString& content, QString* error) 
 }
 
 bool appendTextFile(const QString& path, const QString& content, QString* error) {
-    return writeTextFile(path, readTextFile(path).value_or(QString()) + content, error);
+    QString existing = readTextFile(path).value_or(QString());
+    // A last line without its end (a file edited by hand) must not swallow the new record.
+    if (!existing.isEmpty() && !existing.endsWith(u'\n')) existing += QStringLiteral("\r\n");
+    return writeTextFile(path, existing + content, error);
 }
 
 }  // namespace tallora

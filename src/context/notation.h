@@ -74,7 +74,8 @@ std::optional<QString> readTextFile(const QString& path);
 // Writes a whole file as UTF-8 through a temporary file that replaces the old one only
 // when everything was written, so a crash never leaves half a file.
 bool writeTextFile(const QString& path, const QString& content, QString* error = nullptr);
-// Adds a text at the end of a file (created when missing), through the same safe write.
+// Adds a text at the end of a file (created when missing), through the same safe write. A
+// last line that lacks its line end gets one first, so the text starts on a line of its own.
 bool appendTextFile(const QString& path, const QString& content, QString* error = nullptr);
 
 }  // namespace tallora

@@ -117,14 +117,15 @@ bool Verifica_Empresa(const WorkingContext& ctx, Dialogs& dialogs, const QString
     const CompanyData data{company.nom, company.domicili, company.poblacio, company.cp, nif};
     const QString lst = findFileNoCase(llibresDir(unit), files::EmpresesLst);
     QString failed;
-    if (!writeCompanyData(folder + nif8 + QStringLiteral(".Dat"), data))
+    QString error;
+    if (!writeCompanyData(folder + nif8 + QStringLiteral(".Dat"), data, &error))
         failed = folder + nif8 + QStringLiteral(".Dat");
-    else if (!writeOptionFlag(folder + files::TesorerCfg, company.tesoreria))
+    else if (!writeOptionFlag(folder + files::TesorerCfg, company.tesoreria, &error))
         failed = folder + files::TesorerCfg;
-    else if (!appendEmpresesLst(lst, CompanyEntry{company.nom, nif8}))
+    else if (!appendEmpresesLst(lst, CompanyEntry{company.nom, nif8}, &error))
         failed = lst;
     if (!failed.isEmpty()) {
-        dialogs.stop(QFile(failed).errorString() + QStringLiteral(": ") + failed);
+        dialogs.stop(error + QStringLiteral(": ") + failed);
         return false;
     }
     return true;
@@ -154,15 +155,17 @@ bool Treu_de_Llista(Dialogs& dialogs, const QString& unit, const QString& nif8) 
     const QString cop = findFileNoCase(dir, files::EmpresesCop);
     QFile::remove(cop);
     if (!QFile::exists(lst)) return true;
-    if (!QFile::copy(lst, cop)) {
-        dialogs.stop(QFile(lst).errorString() + QStringLiteral(": ") + cop);
+    QFile source(lst);
+    if (!source.copy(cop)) {
+        dialogs.stop(source.errorString() + QStringLiteral(": ") + cop);
         return false;
     }
     std::vector<CompanyEntry> kept;
     for (const auto& entry : readEmpresesLst(cop))
         if (entry.nif8 != nif8) kept.push_back(entry);
-    if (!writeEmpresesLst(lst, kept)) {
-        dialogs.stop(QFile(lst).errorString() + QStringLiteral(": ") + lst);
+    QString error;
+    if (!writeEmpresesLst(lst, kept, &error)) {
+        dialogs.stop(error + QStringLiteral(": ") + lst);
         return false;
     }
     return true;

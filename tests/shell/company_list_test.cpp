@@ -355,3 +355,44 @@ TEST_F(CompanyList, ACompanyWithoutExercisesOpens) {
     EXPECT_TRUE(openCompany("B1234567"));
     EXPECT_TRUE(exerciseRows(ctx).isEmpty());
 }
+
+TEST_F(CompanyList, ANewCompanyStartsOnItsOwnLineAfterALineWithoutItsEnd) {
+    writeRaw(lst(), "\"Antiga\",\"A1111111\"");
+    ASSERT_TRUE(addCompany("Nova", "B2222222"));
+    EXPECT_EQ(OMPLE_LLISTA_Empreses(unit),
+              (QStringList{companyRow({"Antiga", "A1111111"}), companyRow({"Nova", "B2222222"})}));
+}
+
+TEST_F(CompanyList, AListThatCannotBeWrittenShowsWhyAndWhere) {
+    QDir().mkpath(lst());  // a folder where the list should be
+    EXPECT_FALSE(addCompany("Nova", "B2222222"));
+    ASSERT_FALSE(dialogs.shown().empty());
+    const QString text = dialogs.shown().back().text;
+    EXPECT_TRUE(text.endsWith(QStringLiteral(": ") + lst())) << text.toStdString();
+    const QString why = text.chopped(lst().size() + 2);
+    EXPECT_FALSE(why.isEmpty());
+    EXPECT_FALSE(why.contains(QStringLiteral("Unknown error"), Qt::CaseInsensitive))
+        << why.toStdString();
+}
+
+TEST(Units, TheHomeComesFirstThenOnlyWritableVolumesOfTheUser) {
+    const std::vector<MountedVolume> volumes{
+        {"/", true, false},
+        {"/boot/efi", true, false},
+        {"/proc", true, false},
+        {"/run/user/1000", true, false},
+        {"/snap/core/1", true, true},
+        {"/media/ana/USB", true, false},
+        {"/media/ana/CDROM", true, true},       // read-only
+        {"/run/media/ana/DISC", false, false},  // not ready
+        {"/run/media/ana/SD", true, false},
+        {"/mnt/backup", true, false},
+        {"/mnt", true, false},  // the mount folder itself
+        {"/home/ana/nube", true, false},
+        {"/home/ana", true, false},  // the home once more
+    };
+    EXPECT_EQ(userUnits("/home/ana", volumes),
+              (QStringList{"/home/ana", "/media/ana/USB", "/run/media/ana/SD", "/mnt/backup",
+                           "/home/ana/nube"}));
+    EXPECT_EQ(userUnits("/home/ana/", {}), QStringList{"/home/ana"});
+}
