@@ -1,5 +1,7 @@
 #include "cli_options.h"
 
+#include "shell/exercises.h"
+
 #include <QRegularExpression>
 
 namespace tallora::cli {
@@ -103,8 +105,7 @@ CliOptions parseCommandLine(const QStringList& args) {
 }
 
 QString yearArgument(const QString& text) {
-    static const QRegularExpression year(QStringLiteral("^[0-9]{4}$"));
-    if (!year.match(text).hasMatch())
+    if (!shell::isExerciseYear(text))
         throw UsageError{QStringLiteral("\"%1\" is not a year of four digits").arg(text)};
     return text;
 }

@@ -149,7 +149,18 @@ QStringList exerciseRows(const WorkingContext& ctx) {
     return rows;
 }
 
+bool isExerciseYear(const QString& text) {
+    return text.size() == 4 &&
+           std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
 bool Graba_Exercici(WorkingContext& ctx, Dialogs& dialogs, const NewExercise& exercise) {
+    if (!isExerciseYear(exercise.exercici)) {
+        dialogs.beep();
+        dialogs.stop(Missatge(ctx, 114) + u' ' + Missatge(ctx, 655) + QStringLiteral(": ") +
+                     exercise.exercici);
+        return false;
+    }
     if (anyRateZero(exercise)) {
         dialogs.stop(Missatge(ctx, 6997));
         return false;
@@ -194,10 +205,17 @@ bool Graba_Exercici(WorkingContext& ctx, Dialogs& dialogs, const NewExercise& ex
     params.modeExercici = word;
     params.ivas = exercise.ivas;
     const QString dat = companyFolder(ctx) + exercise.exercici + QStringLiteral(".DAT");
-    const bool written = writeExerciseParams(dat, params) &&
-                         appendExerciciLst(listFile(ctx), {exercise.exercici, exercise.moneda});
-    if (!written) dialogs.stop(QFile(dat).errorString() + QStringLiteral(": ") + dat);
-    return written;
+    QString error;
+    if (!writeExerciseParams(dat, params, &error)) {
+        dialogs.stop(error + QStringLiteral(": ") + dat);
+        return false;
+    }
+    const QString lst = listFile(ctx);
+    if (!appendExerciciLst(lst, {exercise.exercici, exercise.moneda}, &error)) {
+        dialogs.stop(error + QStringLiteral(": ") + lst);
+        return false;
+    }
+    return true;
 }
 
 bool Elimina_Exercici(const WorkingContext& ctx, Dialogs& dialogs, const QString& row) {
@@ -224,15 +242,17 @@ bool Treu_Exercici_de_Llista(const WorkingContext& ctx, Dialogs& dialogs, const 
     const QString cop = findFileNoCase(companyFolder(ctx), files::ExerciciCop);
     QFile::remove(cop);
     if (!QFileInfo::exists(lst)) return true;
-    if (!QFile::copy(lst, cop)) {
-        dialogs.stop(QFile(lst).errorString() + QStringLiteral(": ") + cop);
+    QFile source(lst);
+    if (!source.copy(cop)) {
+        dialogs.stop(source.errorString() + QStringLiteral(": ") + cop);
         return false;
     }
     std::vector<ExerciseEntry> kept;
     for (const auto& entry : readExerciciLst(cop))
         if (entry.exercici != year) kept.push_back(entry);
-    if (!writeExerciciLst(lst, kept)) {
-        dialogs.stop(QFile(lst).errorString() + QStringLiteral(": ") + lst);
+    QString error;
+    if (!writeExerciciLst(lst, kept, &error)) {
+        dialogs.stop(error + QStringLiteral(": ") + lst);
         return false;
     }
     return true;

@@ -30,10 +30,15 @@ QStringList currencies();
 // The rows of ListExercicis: the exercises of the company's exercici.lst, in its order.
 QStringList exerciseRows(const WorkingContext& ctx);
 
-// Creates an exercise (Graba_Exercici): refuses a rate written "0" (message 6997) and a year
-// already listed (128), asks for confirmation, makes the folder and its databases with the
-// starting chart, carries customers, suppliers, chart and treasury accounts over from the
-// year before when there is one, and writes <year>.DAT and the line of exercici.lst.
+// An exercise is a calendar year written with four digits: nothing else names a folder,
+// a <year>.DAT and a line of exercici.lst.
+bool isExerciseYear(const QString& text);
+
+// Creates an exercise (Graba_Exercici): refuses a year that is not of four digits (message
+// 114 with 655, "AÑO EXERCICIO INCORRECTO: …", before anything is made), a rate written
+// "0" (message 6997) and a year already listed (128), asks for confirmation, makes the folder and
+// its databases with the starting chart, carries customers, suppliers, chart and treasury accounts
+// over from the year before when there is one, and writes <year>.DAT and the line of exercici.lst.
 // Sets ctx.Exercici to the year. Gives true when the exercise was created.
 bool Graba_Exercici(WorkingContext& ctx, Dialogs& dialogs, const NewExercise& exercise);
 

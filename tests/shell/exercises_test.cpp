@@ -5,6 +5,8 @@
 #include "schema/upgrades.h"
 #include "start_fixture.h"
 
+#include <QRegularExpression>
+
 using namespace tallora;
 using namespace tallora::shell;
 using namespace tallora::testing;
@@ -472,4 +474,51 @@ TEST_F(Exercises, ANewExerciseHasNoMonthLocked) {
     ASSERT_TRUE(openExercise("2026"));
     EXPECT_EQ(ctx.chkmesos, (std::array<int, 12>{}));
     EXPECT_EQ(Mes_Per_Defecte(ctx), std::nullopt);
+}
+
+TEST_F(Exercises, OnlyAYearOfFourDigitsIsCreatedAndNothingIsMadeForAnother) {
+    for (const QString year : {"", "20", "20265", "2o26", " 2026"}) {
+        dialogs.clear();
+        EXPECT_FALSE(Graba_Exercici(ctx, dialogs, exercise(year))) << year.toStdString();
+        EXPECT_EQ(dialogs.beeps(), 1);
+        ASSERT_EQ(dialogs.shown().size(), 1u) << "refused before the confirmation";
+        EXPECT_EQ(dialogs.shown()[0].kind, Kind::Stop);
+        EXPECT_EQ(dialogs.lastText(),
+                  Missatge(ctx, 114) + u' ' + Missatge(ctx, 655) + QStringLiteral(": ") + year);
+    }
+    // No database, no parameters file, no list line, no folder but the company's own.
+    EXPECT_EQ(QDir(company()).entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList{});
+    EXPECT_TRUE(QDir(company())
+                    .entryList({"*.DAT"}, QDir::Files)
+                    .filter(QRegularExpression("^[0-9]"))
+                    .isEmpty());
+    EXPECT_FALSE(QFileInfo::exists(lst()));
+    EXPECT_TRUE(exerciseRows(ctx).isEmpty());
+    EXPECT_TRUE(ctx.Exercici.isEmpty());
+    EXPECT_TRUE(isExerciseYear("2026"));
+    EXPECT_FALSE(isExerciseYear("٢٠٢٦"));  // digits of another script name no folder here
+}
+
+TEST_F(Exercises, ANewExerciseStartsOnItsOwnLineAfterALineWithoutItsEnd) {
+    // A list edited by hand, its last line without a line end.
+    writeRaw(lst(), "\"2025\",\"Euros\"");
+    ASSERT_TRUE(createExercise("2026"));
+    EXPECT_EQ(exerciseRows(ctx), (QStringList{"2025", "2026"}));
+    EXPECT_EQ(readTextFile(lst()).value(),
+              QStringLiteral("\"2025\",\"Euros\"\r\n\"2026\",\"Euros\"\r\n"));
+}
+
+TEST_F(Exercises, AListThatCannotBeWrittenShowsWhyAndWhere) {
+    // A folder where the list should be: the safe write cannot replace it.
+    QDir().mkpath(lst());
+    EXPECT_FALSE(createExercise("2026"));
+    const auto& shown = dialogs.shown();
+    ASSERT_FALSE(shown.empty());
+    EXPECT_EQ(shown.back().kind, Kind::Stop);
+    EXPECT_TRUE(shown.back().text.endsWith(QStringLiteral(": ") + lst()))
+        << shown.back().text.toStdString();
+    const QString why = shown.back().text.chopped(lst().size() + 2);
+    EXPECT_FALSE(why.isEmpty());
+    EXPECT_FALSE(why.contains(QStringLiteral("Unknown error"), Qt::CaseInsensitive))
+        << why.toStdString();
 }
