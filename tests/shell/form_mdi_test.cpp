@@ -1,21 +1,24 @@
+#include "shell/ui/form_mdi.h"
+#include "books/customer_listings.h"
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/working_context.h"
-#include "shell/settings_files.h"
-#include "shell/ui/blockmes.h"
-#include "shell/ui/form_mdi.h"
-#include "books/customer_listings.h"
 #include "master/ui/customers_form.h"
-#include "sales/ui/form_vendes.h"
-#include "treasury/ui/form_cartera_recibos.h"
 #include "report/ui/report_preview.h"
+#include "sales/ui/form_vendes.h"
 #include "schema/creation.h"
 #include "schema/upgrades.h"
+#include "shell/settings_files.h"
+#include "shell/ui/blockmes.h"
+#include "shell/ui/obre_ajuda.h"
 #include "store/database.h"
+#include "treasury/ui/form_cartera_recibos.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QDir>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
@@ -202,6 +205,96 @@ private slots:
         lock->Cancelar();
         QVERIFY(lock->chkmesos(3)->isChecked());
         QCOMPARE(ctx.chkmesos[2], 1);
+    }
+
+    void theMonthLocksCloseBoxIsItsCancelAndItShowsAgain() {
+        QTemporaryDir exercise;
+        WorkingContext ctx = fresh();
+        ScriptedDialogs dialogs;
+        ctx.Directori = exercise.path() + u'/';
+        ctx.Exercici = QStringLiteral("2026");
+        FormMDI window(ctx, dialogs);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        window.menuAction(QStringLiteral("mnubloc"))->trigger();
+        blockmes* lock = window.monthLock();
+        auto* frame = qobject_cast<QMdiSubWindow*>(lock->parentWidget());
+        QVERIFY(frame);
+        lock->chkmesos(5)->click();
+        QCOMPARE(ctx.chkmesos[4], 1);
+
+        // The close box asks, and No keeps the screen as it is.
+        dialogs.setNextAnswer(Dialogs::Answer::No);
+        frame->close();
+        QCOMPARE(dialogs.lastText(), Missatge(ctx, 6622));
+        QVERIFY(frame->isVisible());
+        QVERIFY(lock->chkmesos(5)->isChecked());
+
+        // Yes leaves without saving: the boxes and the lock go back to the file.
+        dialogs.setNextAnswer(Dialogs::Answer::Yes);
+        frame->close();
+        QVERIFY(!frame->isVisible());
+        QCOMPARE(ctx.chkmesos[4], 0);
+        QVERIFY(!QFile::exists(ctx.Directori + QStringLiteral("2026blocks.DAT")));
+
+        // Asked for again, the whole screen shows, not an empty frame.
+        window.menuAction(QStringLiteral("mnubloc"))->trigger();
+        QVERIFY(frame->isVisible());
+        QVERIFY(lock->isVisible());
+        QVERIFY(!lock->chkmesos(5)->isChecked());
+
+        // Unchanged, the close box hides it without a question.
+        const auto shown = dialogs.shown().size();
+        frame->close();
+        QVERIFY(!frame->isVisible());
+        QCOMPARE(dialogs.shown().size(), shown);
+    }
+
+    void f1OpensTheFocusedScreensPageAndTheIndexOtherwise() {
+        WorkingContext ctx = fresh();
+        ScriptedDialogs dialogs;
+        QTemporaryDir resources;
+        ctx.resourcesDir = resources.path() + u'/';
+        // The pages of the customers and of the index, installed.
+        for (const QString& page :
+             {QStringLiteral("esp_help/indice.html"), QStringLiteral("esp_help/4/4_2.html")}) {
+            QDir().mkpath(QFileInfo(resources.filePath(page)).absolutePath());
+            QFile file(resources.filePath(page));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+        }
+        ctx.Directori = program_.path() + QStringLiteral("/help/2026/");
+        QDir().mkpath(ctx.Directori);
+        schema::createExerciseDatabases(ctx.Directori);
+        QStringList opened;
+        ui::setPageOpener([&opened](const QString& path) { opened << path; });
+        FormMDI window(ctx, dialogs);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QApplication::setActiveWindow(&window);
+
+        // No child: the shell's own page, the index.
+        window.mdiArea()->setFocus();
+        QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : &window,
+                        Qt::Key_F1);
+        QCOMPARE(opened, QStringList{resources.filePath(QStringLiteral("esp_help/indice.html"))});
+
+        // A field of the customers' screen has the focus: that screen's page, once.
+        opened.clear();
+        window.menuAction(QStringLiteral("Clients"))->trigger();
+        auto* customers = qobject_cast<frmclients*>(window.mdiArea()->activeSubWindow()->widget());
+        QVERIFY(customers);
+        auto* field = customers->findChild<QLineEdit*>();
+        QVERIFY(field);
+        field->setFocus();
+        QTRY_COMPARE(QApplication::focusWidget(), field);
+        QTest::keyClick(field, Qt::Key_F1);
+        QCOMPARE(opened, QStringList{resources.filePath(QStringLiteral("esp_help/4/4_2.html"))});
+
+        // The help entry of the menu still opens the index.
+        opened.clear();
+        window.menuAction(QStringLiteral("contingut"))->trigger();
+        QCOMPARE(opened, QStringList{resources.filePath(QStringLiteral("esp_help/indice.html"))});
+        ui::setPageOpener({});
     }
 };
 

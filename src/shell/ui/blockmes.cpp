@@ -9,6 +9,7 @@
 #include "screen_style.h"
 
 #include <QCheckBox>
+#include <QCloseEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -90,6 +91,16 @@ void blockmes::Cancelar() {
     if (Pic_canvis_ && dialogs_.yesNo(Missatge(ctx_, 6622)) != Dialogs::Answer::Yes) return;
     Carrega();
     emit hideRequested();
+}
+
+void blockmes::closeEvent(QCloseEvent* event) {
+    if (closingWithShell_) {
+        event->accept();
+        return;
+    }
+    // Refusing the close keeps the screen and its window; Cancelar hides them when it may.
+    event->ignore();
+    Cancelar();
 }
 
 void blockmes::setAll(bool locked) {

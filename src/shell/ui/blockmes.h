@@ -23,10 +23,16 @@ public:
     // The boxes changed since the last load or save (Pic_canvis).
     bool changed() const { return Pic_canvis_; }
     QCheckBox* chkmesos(int month) const { return chkmesos_[month - 1]; }
+    // The shell is closing: the screen goes with it, without its own question.
+    void closeWithShell() { closingWithShell_ = true; }
 
 signals:
     // The screen wants to be hidden (after saving or leaving).
     void hideRequested();
+
+protected:
+    // The window's close box is "cancelar": the screen stays alive, only hidden.
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void setAll(bool locked);
@@ -35,6 +41,7 @@ private:
     Dialogs& dialogs_;
     QCheckBox* chkmesos_[12];
     bool Pic_canvis_ = false;
+    bool closingWithShell_ = false;
 };
 
 }  // namespace tallora

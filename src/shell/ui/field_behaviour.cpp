@@ -133,7 +133,21 @@ void colourOnFocus(QWidget* field) {
     field->installEventFilter(new FocusColourFilter(field));
 }
 
+namespace {
+constexpr const char* kHelpKey = "helpKey";
+}  // namespace
+
+QString helpKeyOf(const QWidget* widget, const QWidget* top) {
+    for (const QWidget* w = widget; w; w = w->parentWidget()) {
+        const QVariant key = w->property(kHelpKey);
+        if (key.isValid()) return key.toString();
+        if (w == top) break;
+    }
+    return {};
+}
+
 void helpOnF1(const WorkingContext& ctx, QWidget* form, const QString& key) {
+    form->setProperty(kHelpKey, key);
     auto* f1 = new QShortcut(QKeySequence(Qt::Key_F1), form);
     f1->setContext(Qt::WidgetWithChildrenShortcut);
     QObject::connect(f1, &QShortcut::activated, form, [&ctx, key] { Obre_Ajuda(ctx, key); });

@@ -21,8 +21,12 @@ void enterMovesAlong(const QList<QWidget*>& ring);
 // Pale green while the field has the focus, white otherwise.
 void colourOnFocus(QWidget* field);
 
-// F1 anywhere in `form` opens the help page of `key`.
+// F1 anywhere in `form` opens the help page of `key`. The form carries the key (helpKeyOf)
+// so that a window holding it can leave F1 to it while it has the focus.
 void helpOnF1(const WorkingContext& ctx, QWidget* form, const QString& key);
+// The help key of the screen holding `widget`, up to and including `top`; empty when none of
+// them declared one.
+QString helpKeyOf(const QWidget* widget, const QWidget* top);
 
 // A rate field: ',' and '.' become the configured decimal mark as they are typed
 // (Tecla_Decimal), a change that is not numeric (Es_Numeric) empties the field, and an

@@ -5,6 +5,7 @@
 #include "context/messages.h"
 #include "context/program.h"
 #include "context/working_context.h"
+#include "field_behaviour.h"
 #include "form_configuracio.h"
 #include "master/ui/accounts_form.h"
 #include "master/ui/customers_form.h"
@@ -15,12 +16,12 @@
 #include "report/report_job.h"
 #include "report/ui/qt_report_output.h"
 #include "sales/ui/form_vendes.h"
-#include "treasury/ui/form_cartera_recibos.h"
-#include "screen_style.h"
 #include "schema/maintenance.h"
+#include "screen_style.h"
 #include "shell/menu_tree.h"
 #include "shell/settings_files.h"
 #include "shell/startup.h"
+#include "treasury/ui/form_cartera_recibos.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -31,6 +32,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -121,7 +123,17 @@ void FormMDI::buildMenus() {
         action->setVisible(shell::menuEntryVisible(ctx_, entry.name));
         actions_.insert(entry.name, action);
     }
-    actions_.value(QStringLiteral("contingut"))->setShortcut(QKeySequence(Qt::Key_F1));
+    shellHelp_ = new QShortcut(QKeySequence(Qt::Key_F1), this);
+    shellHelp_->setObjectName(QStringLiteral("shellHelp"));
+    connect(shellHelp_, &QShortcut::activated, this,
+            [this] { ui::Obre_Ajuda(ctx_, QStringLiteral("indice")); });
+    connect(qApp, &QApplication::focusChanged, this, &FormMDI::followHelpOwner);
+}
+
+void FormMDI::followHelpOwner() {
+    const QWidget* focus = QApplication::focusWidget();
+    const bool childOwnsF1 = focus && isAncestorOf(focus) && !ui::helpKeyOf(focus, this).isEmpty();
+    shellHelp_->setEnabled(!childOwnsF1);
 }
 
 void FormMDI::buildToolBar() {
@@ -248,7 +260,10 @@ QMdiSubWindow* FormMDI::openChild(QWidget* screen) {
     return window;
 }
 
-FormMDI::~FormMDI() = default;
+FormMDI::~FormMDI() {
+    // The children go after this body: their focus changes must not reach a half-gone shell.
+    disconnect(qApp, nullptr, this, nullptr);
+}
 
 report::ReportOutput* FormMDI::reportOutput() {
     if (!reportOutput_) {
@@ -316,6 +331,7 @@ void FormMDI::closeEvent(QCloseEvent* event) {
         return;
     }
     leaving_ = false;
+    blockmes_->closeWithShell();
     mdi_->closeAllSubWindows();
     // Older versions marked an exercise in use with this file; nothing writes it any more.
     if (!ctx_.Directori.isEmpty()) QFile::remove(ctx_.exerciseFile(settings::names::UsadaCfg));

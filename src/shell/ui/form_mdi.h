@@ -12,6 +12,7 @@ class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
+class QShortcut;
 class QToolBar;
 
 namespace tallora {
@@ -83,6 +84,9 @@ private:
     void openPortfolio();
     void fillWindowMenu(QMenu* menu);
     void applyScreenMode();
+    // F1 of the shell stands aside while a screen with a help page of its own has the focus,
+    // so that one key never has two owners.
+    void followHelpOwner();
 
     WorkingContext& ctx_;
     Dialogs& dialogs_;
@@ -93,6 +97,7 @@ private:
     QHash<QString, QAction*> actions_;
     blockmes* blockmes_ = nullptr;
     QMdiSubWindow* blockmesWindow_ = nullptr;
+    QShortcut* shellHelp_ = nullptr;
     std::unique_ptr<report::ReportJob> reportJob_;
     std::unique_ptr<report::QtReportOutput> reportOutput_;
     bool leaving_ = false;
