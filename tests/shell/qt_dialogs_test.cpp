@@ -1,5 +1,6 @@
 // The on-screen boxes: each is answered by a click planned before it opens.
 #include "shell/ui/qt_dialogs.h"
+#include "shell/ui/qt_translations.h"
 
 #include <QMessageBox>
 #include <QPushButton>
@@ -16,6 +17,17 @@ struct Seen {
     QMessageBox::Icon icon = QMessageBox::NoIcon;
     bool found = false;
 };
+
+// The captions of the buttons of the next box that opens, without their "&"; then the
+// box is answered with `answer`.
+void captionsWhenShown(QStringList& captions, QMessageBox::StandardButton answer) {
+    QTimer::singleShot(0, [&captions, answer] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box) return;
+        for (QAbstractButton* b : box->buttons()) captions << b->text().remove(u'&');
+        box->button(answer)->click();
+    });
+}
 
 // Clicks `button` of the next message box that opens and notes what it showed.
 void clickWhenShown(QMessageBox::StandardButton button, Seen& seen) {
@@ -67,6 +79,37 @@ private slots:
         dialogs.information(QStringLiteral("PROCESO FINALIZADO"));
         QCOMPARE(seen.icon, QMessageBox::Information);
         QCOMPARE(seen.text, QStringLiteral("PROCESO FINALIZADO"));
+    }
+
+    void theButtonsSpeakTheLanguageOfTheProgram() {
+        QtDialogs dialogs(nullptr, QStringLiteral("Tallora 5"));
+        QVERIFY(ui::useQtTranslations(QStringLiteral("esp")));
+        QStringList captions;
+        captionsWhenShown(captions, QMessageBox::No);
+        dialogs.yesNo(QStringLiteral("¿Seguro?"));
+        captions.sort();
+        QCOMPARE(captions, (QStringList{QStringLiteral("No"), QStringLiteral("Sí")}));
+        captions.clear();
+        captionsWhenShown(captions, QMessageBox::Cancel);
+        dialogs.okCancel(QStringLiteral("¿Seguro?"));
+        captions.sort();
+        QCOMPARE(captions, (QStringList{QStringLiteral("Aceptar"), QStringLiteral("Cancelar")}));
+
+        QVERIFY(ui::useQtTranslations(QStringLiteral("cat")));
+        captions.clear();
+        captionsWhenShown(captions, QMessageBox::Cancel);
+        dialogs.okCancel(QStringLiteral("Segur?"));
+        captions.sort();
+        QCOMPARE(captions, (QStringList{QStringLiteral("Cancel·la"), QStringLiteral("D'acord")}));
+        captions.clear();
+        captionsWhenShown(captions, QMessageBox::Yes);
+        dialogs.yesNo(QStringLiteral("Segur?"));
+        captions.sort();
+        QCOMPARE(captions, (QStringList{QStringLiteral("No"), QStringLiteral("Sí")}));
+        captions.clear();
+        captionsWhenShown(captions, QMessageBox::Ok);
+        dialogs.information(QStringLiteral("Fet"));
+        QCOMPARE(captions, QStringList{QStringLiteral("D'acord")});
     }
 };
 

@@ -8,6 +8,7 @@
 #include "screen_style.h"
 #include "shell/exercises.h"
 
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -15,6 +16,7 @@
 #include <QIntValidator>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRadioButton>
@@ -213,6 +215,7 @@ void FormMenu::stepYear(int delta) {
 
 void FormMenu::Nou_Exercici() {
     setDefaults();
+    if (!FrameAlta_->isVisible()) listSize_ = size();
     FrameAlta_->show();
     txtExercici_->setFocus();
     txtExercici_->selectAll();
@@ -228,11 +231,16 @@ void FormMenu::Graba_Exercici() {
         e.re[i] = txtRE_[i]->text();
     }
     for (int i = 0; i < 4; ++i) e.ivas[i] = txtIVAs_[i]->text();
-    if (!shell::Graba_Exercici(ctx_, dialogs_, e)) return;
+    if (!shell::Graba_Exercici(ctx_, dialogs_, e)) {
+        if (!shell::isExerciseYear(e.exercici)) {
+            txtExercici_->setFocus();
+            txtExercici_->selectAll();
+        }
+        return;
+    }
     OMPLE_LLISTA_Exercicis();
     setDefaults();
-    FrameAlta_->hide();
-    ListExercicis_->setFocus();
+    hideFrame();
 }
 
 void FormMenu::Elimina_Exercici() {
@@ -252,11 +260,50 @@ void FormMenu::Obre_Exercici() {
 
 void FormMenu::Cancela() {
     if (FrameAlta_->isVisible()) {
-        FrameAlta_->hide();
-        ListExercicis_->setFocus();
+        hideFrame();
         return;
     }
     reject();
+}
+
+void FormMenu::hideFrame() {
+    FrameAlta_->hide();
+    // The screen goes back to the size it had before the frame grew it, once the layout
+    // has let go of the frame's height.
+    layout()->activate();
+    if (listSize_.isValid()) resize(listSize_);
+    ListExercicis_->setFocus();
+}
+
+bool FormMenu::frameTyped() const {
+    if (!FrameAlta_->isVisible()) return false;
+    const shell::NewExercise d = shell::defaultNewExercise();
+    bool typed = txtExercici_->text() != d.exercici || cmbMoneda_->currentIndex() != 0 ||
+                 !Option1_->isChecked();
+    for (int i = 0; i < 3; ++i)
+        typed = typed || txtIVA_[i]->text() != d.iva[i] || txtRE_[i]->text() != d.re[i];
+    for (int i = 0; i < 4; ++i) typed = typed || txtIVAs_[i]->text() != d.ivas[i];
+    return typed;
+}
+
+bool FormMenu::mayDropTyped() {
+    return !frameTyped() || dialogs_.yesNo(Missatge(ctx_, 6622)) == Dialogs::Answer::Yes;
+}
+
+void FormMenu::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape) {
+        QDialog::keyPressEvent(event);
+        return;
+    }
+    if (mayDropTyped()) Cancela();
+}
+
+void FormMenu::closeEvent(QCloseEvent* event) {
+    if (!mayDropTyped()) {
+        event->ignore();
+        return;
+    }
+    QDialog::closeEvent(event);
 }
 
 }  // namespace tallora

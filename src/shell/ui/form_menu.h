@@ -31,8 +31,18 @@ public:
     // Hides the frame when it shows; otherwise back to the company list.
     void Cancela();
 
+protected:
+    // Esc is "Cancela", after a question when the frame holds what the user typed.
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
 private:
     void setDefaults();
+    // The frame shows values other than those it opened with.
+    bool frameTyped() const;
+    // True when nothing typed would be lost, or the user agrees to lose it (message 6622).
+    bool mayDropTyped();
+    void hideFrame();
     void stepYear(int delta);
 
     WorkingContext& ctx_;
@@ -45,6 +55,7 @@ private:
     QComboBox* cmbMoneda_;
     QRadioButton *OpBotiga_, *Option1_;
     QLineEdit *txtIVA_[3], *txtRE_[3], *txtIVAs_[4];
+    QSize listSize_;
 };
 
 }  // namespace tallora

@@ -12,6 +12,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QFontDatabase>
 #include <QFormLayout>
@@ -79,7 +80,7 @@ FormSeleccio::FormSeleccio(WorkingContext& ctx, Dialogs& dialogs, QWidget* paren
     ui::addTool(Toolbar1_, QStringLiteral("Abrir"), m(2), QKeySequence::Open, [this] { Obre_Empresa(); });
     ui::addTool(Toolbar1_, QStringLiteral("eliminar"), m(3), {}, [this] { Elimina_Empresa(); });
     ui::addTool(Toolbar1_, QStringLiteral("Ayuda"), m(4), {}, [this] { ui::Obre_Ajuda(ctx_, QStringLiteral("empresas")); });
-    ui::addTool(Toolbar1_, QStringLiteral("Sortir"), m(5), {}, [this] { reject(); });
+    ui::addTool(Toolbar1_, QStringLiteral("Sortir"), m(5), {}, [this] { close(); });
 
     PanelDades_ = new QGroupBox(m(16), this);
     PanelDades_->setObjectName(QStringLiteral("PanelDades"));
@@ -187,6 +188,30 @@ void FormSeleccio::done(int result) {
     shell::clearUnitatCfg(ctx_.programDir);
     ctx_.Unitat = txtUnitat_->currentText();
     QDialog::done(result);
+}
+
+bool FormSeleccio::mayDropTyped() {
+    if (!PanelDades_->isVisible()) return true;
+    bool typed = chk_tesoreria_->isChecked();
+    for (const QLineEdit* f : {txtnom_, txtDomicili_, txtpoblacio_, txtCP_, txtNIF_})
+        typed = typed || !f->text().isEmpty();
+    return !typed || dialogs_.yesNo(Missatge(ctx_, 6622)) == Dialogs::Answer::Yes;
+}
+
+void FormSeleccio::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape) {
+        QDialog::keyPressEvent(event);
+        return;
+    }
+    if (PanelDades_->isVisible() && mayDropTyped()) Desfes_Empresa();
+}
+
+void FormSeleccio::closeEvent(QCloseEvent* event) {
+    if (!mayDropTyped()) {
+        event->ignore();
+        return;
+    }
+    QDialog::closeEvent(event);
 }
 
 void FormSeleccio::changeUnit(const QString& unit) {

@@ -33,8 +33,14 @@ public:
 
 protected:
     void done(int result) override;
+    // Esc hides the panel of a new company (after a question when something was typed) and
+    // does nothing on the list: leaving the program takes "Salir" or the close box.
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
+    // True when the panel holds nothing typed, or the user agrees to lose it (message 6622).
+    bool mayDropTyped();
     void changeUnit(const QString& unit);
     QString selectedRow() const;
 

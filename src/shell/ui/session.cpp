@@ -5,9 +5,14 @@
 #include "form_mdi.h"
 #include "form_menu.h"
 #include "form_seleccio.h"
+#include "qt_translations.h"
 #include "shell/exercises.h"
 #include "shell/settings_files.h"
 #include "shell/startup.h"
+
+#include <QTabWidget>
+
+#include <memory>
 
 namespace tallora {
 
@@ -20,9 +25,29 @@ void Session::start() {
         showCompanies();
         return;
     }
-    auto* settings = new FormConfiguracio(ctx_, dialogs_);
-    connect(settings, &QDialog::finished, this, [this] { showCompanies(); });
-    show(settings);
+    showFirstSettings(0);
+}
+
+void Session::showFirstSettings(int tab) {
+    auto* form = new FormConfiguracio(ctx_, dialogs_);
+    form->Tabula()->setCurrentIndex(tab);
+    auto again = std::make_shared<bool>(false);
+    connect(form, &FormConfiguracio::backToCompaniesRequested, this, [form, again] {
+        *again = true;
+        form->close();
+    });
+    connect(form, &QDialog::finished, this, [this, form, again] {
+        if (*again) {
+            showFirstSettings(form->Tabula()->currentIndex());
+            return;
+        }
+        // Leaving the first settings in any way ends the first run, with the decimal mark
+        // they showed; otherwise they would come back at every start.
+        if (settings::isFirstRun(ctx_.programDir))
+            settings::writeDecimal(ctx_.programDir, settings::readDecimal(ctx_.programDir));
+        showCompanies();
+    });
+    show(form);
 }
 
 void Session::showCompanies() {
@@ -60,6 +85,7 @@ void Session::showShell() {
 }
 
 void Session::show(QWidget* screen) {
+    ui::useQtTranslations(ctx_.Idioma);
     screen->setAttribute(Qt::WA_DeleteOnClose);
     current_ = screen;
     screen->show();

@@ -1,7 +1,8 @@
 #pragma once
 // The road through the program: settings on the first run, the company list, the
 // exercises of the company, the shell, and back. Each screen is made when it is reached and
-// goes when it is left, so that captions always come in the language in force.
+// goes when it is left, so that captions always come in the language in force, Qt's own
+// buttons and dialogs among them.
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
@@ -26,6 +27,9 @@ signals:
     void finished();
 
 private:
+    // The settings of the first run, on the tab `tab`. Applying a language shows them again
+    // in it; leaving them in any way ends the first run.
+    void showFirstSettings(int tab);
     void showCompanies();
     void showExercises();
     void showShell();
