@@ -39,16 +39,40 @@ void removeFiles(const QString& folder) {
         QFile::remove(dir.filePath(name));
 }
 
+QString repairReport(const WorkingContext& ctx, const QString& path, const store::RepairResult& r) {
+    const bool cat = ctx.Idioma == QStringLiteral("cat");
+    QString rows = r.rowsCounted >= 0 ? (cat ? QStringLiteral("Files recuperades: %1 de %2.")
+                                             : QStringLiteral("Filas recuperadas: %1 de %2."))
+                                            .arg(r.rowsRecovered)
+                                            .arg(r.rowsCounted)
+                                      : (cat ? QStringLiteral("Files recuperades: %1.")
+                                             : QStringLiteral("Filas recuperadas: %1."))
+                                            .arg(r.rowsRecovered);
+    if (r.rowsCounted < 0 || r.rowsRecovered < r.rowsCounted)
+        rows += cat ? QStringLiteral(" Les files que no s'han pogut llegir s'han perdut.")
+                    : QStringLiteral(" Las filas que no se han podido leer se han perdido.");
+    const QString kept = (cat ? QStringLiteral("Còpia malmesa desada a: %1")
+                              : QStringLiteral("Copia dañada guardada en: %1"))
+                             .arg(r.damagedCopy);
+    return Missatge(ctx, 130) + QStringLiteral("\n\n") + path + u'\n' + rows + u'\n' + kept;
+}
+
 }  // namespace
+
+QString damagedCopiesFolder(const WorkingContext& ctx, bool exerciseFile) {
+    QString folder = withTrailingSlash(ctx.companyFolder()) + QStringLiteral("bkp/damaged/");
+    if (exerciseFile) folder += ctx.Exercici + u'/';
+    return folder;
+}
 
 bool Repara_Bases(const WorkingContext& ctx, Dialogs& dialogs) {
     try {
-        for (const QString& folder : {QString(ctx.Directori), ctx.companyFolder()}) {
+        for (const bool exerciseFiles : {true, false}) {
+            const QString folder = exerciseFiles ? QString(ctx.Directori) : ctx.companyFolder();
             for (const QString& path : databasesIn(folder)) {
-                const store::RepairResult r = store::repairDatabase(path);
-                if (r.damaged)
-                    dialogs.information(Missatge(ctx, 130) + QStringLiteral("\n\n") + path +
-                                        QStringLiteral("\n") + r.damagedCopy);
+                const store::RepairResult r =
+                    store::repairDatabase(path, damagedCopiesFolder(ctx, exerciseFiles));
+                if (r.damaged) dialogs.information(repairReport(ctx, path, r));
             }
         }
     } catch (const store::StoreError& e) {

@@ -9,8 +9,14 @@
 
 namespace tallora::schema {
 
+// Where a repair keeps the damaged copies: beside the backups, <company>/bkp/damaged/ (with
+// the exercise's year for the files of an exercise), so that no later safety copy of the
+// exercise or company folder carries them again.
+QString damagedCopiesFolder(const WorkingContext& ctx, bool exerciseFile);
+
 // Checks and rebuilds every *.mdb of the exercise folder, then of the company folder. A
-// rebuilt file is named in a notice (message 130) with where its damaged copy was kept; a
+// rebuilt file is named in a notice (message 130) with the rows recovered (of those the file
+// said it held) and where its damaged copy was kept (damagedCopiesFolder); a
 // file that cannot be read at all stops the run with message 130 and the engine's words,
 // and the remaining files are left. Ends with message 6611.
 // Gives false when a failure stopped it.

@@ -3,7 +3,11 @@
 #include "database.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+
+#include <optional>
 
 namespace tallora::store {
 namespace {
@@ -45,9 +49,34 @@ int copyRows(Database& damaged, Database& fresh, const QString& table) {
     return copied;
 }
 
+// The rows a damaged table says it holds; nullopt when even that cannot be read.
+std::optional<int> countRows(Database& damaged, const QString& table) {
+    try {
+        Statement count =
+            damaged.prepare(QStringLiteral("SELECT count(*) FROM ") + quoteIdentifier(table));
+        if (count.next()) return static_cast<int>(count.int64(0));
+    } catch (const StoreError&) {
+    }
+    return std::nullopt;
+}
+
+QString damagedCopyPath(const QString& path, const QString& folder, const QString& stamp) {
+    const QFileInfo file(path);
+    QString dir = folder.isEmpty() ? file.absolutePath() : folder;
+    QDir().mkpath(dir);
+    if (!dir.endsWith(u'/')) dir += u'/';
+    return dir + file.fileName() + QStringLiteral(".damaged-") + stamp;
+}
+
+// A rename, or a copy and a removal when the two places are on different volumes.
+bool moveFile(const QString& from, const QString& to) {
+    if (QFile::rename(from, to)) return true;
+    return QFile::copy(from, to) && QFile::remove(from);
+}
+
 }  // namespace
 
-RepairResult repairDatabase(const QString& path) {
+RepairResult repairDatabase(const QString& path, const QString& damagedFolder) {
     RepairResult result;
     std::vector<SchemaEntry> schema;
     {
@@ -72,8 +101,16 @@ RepairResult repairDatabase(const QString& path) {
         Transaction tx(fresh);
         for (const SchemaEntry& e : schema)
             if (e.type == u"table") fresh.execute(e.sql);
-        for (const SchemaEntry& e : schema)
-            if (e.type == u"table") result.rowsRecovered += copyRows(damaged, fresh, e.name);
+        result.rowsCounted = 0;
+        for (const SchemaEntry& e : schema) {
+            if (e.type != u"table") continue;
+            const auto counted = countRows(damaged, e.name);
+            if (!counted)
+                result.rowsCounted = -1;
+            else if (result.rowsCounted >= 0)
+                result.rowsCounted += *counted;
+            result.rowsRecovered += copyRows(damaged, fresh, e.name);
+        }
         for (const SchemaEntry& e : schema) {
             if (e.type == u"table") continue;
             try {
@@ -83,8 +120,8 @@ RepairResult repairDatabase(const QString& path) {
         }
         tx.commit();
     }
-    result.damagedCopy = path + QStringLiteral(".damaged-") + stamp;
-    if (!QFile::rename(path, result.damagedCopy) || !QFile::rename(freshPath, path))
+    result.damagedCopy = damagedCopyPath(path, damagedFolder, stamp);
+    if (!moveFile(path, result.damagedCopy) || !QFile::rename(freshPath, path))
         throw StoreError(QStringLiteral("cannot replace %1 with its repaired copy").arg(path));
     return result;
 }

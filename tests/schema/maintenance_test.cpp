@@ -124,10 +124,27 @@ TEST(ReparaBases, ADamagedFileIsReportedRebuiltAndKept) {
     ASSERT_EQ(dialogs.shown().size(), 2u);
     EXPECT_TRUE(dialogs.shown()[0].text.startsWith(Missatge(f.ctx, 130)));
     EXPECT_TRUE(dialogs.shown()[0].text.contains(gest));
-    const QStringList kept = QDir(f.exercise).entryList({"gest.mdb.damaged-*"}, QDir::Files);
-    ASSERT_EQ(kept.size(), 1u) << "nothing is deleted: the damaged file stays beside";
-    EXPECT_GT(customers(gest), 0);
-    EXPECT_LE(customers(gest), 2000);
+    // Nothing is deleted, but the damaged file leaves the exercise folder for the backups',
+    // so that no later safety copy of the exercise carries it again.
+    EXPECT_TRUE(QDir(f.exercise).entryList({"*damaged*"}, QDir::Files).isEmpty());
+    const QString damaged = f.company + "bkp/damaged/2026/";
+    EXPECT_EQ(damagedCopiesFolder(f.ctx, true), damaged);
+    const QStringList kept = QDir(damaged).entryList({"gest.mdb.damaged-*"}, QDir::Files);
+    ASSERT_EQ(kept.size(), 1u);
+    EXPECT_TRUE(dialogs.shown()[0].text.contains(damaged + kept[0]));
+    const int recovered = customers(gest);
+    EXPECT_GT(recovered, 0);
+    EXPECT_LE(recovered, 2000);
+    // The notice says how many rows came through, and that the rest were lost.
+    EXPECT_TRUE(
+        dialogs.shown()[0].text.contains(QStringLiteral("Filas recuperadas: %1").arg(recovered)))
+        << dialogs.shown()[0].text.toStdString();
+    if (recovered < 2000)
+        EXPECT_TRUE(dialogs.shown()[0].text.contains(QStringLiteral("se han perdido")));
+    // A later opening's safety copy holds only the repaired file.
+    Copia_Seguretat(f.company, "2026", QDate(2026, 11, 18));
+    EXPECT_TRUE(
+        QDir(f.company + "bkp/copia_v4/2026").entryList({"*damaged*"}, QDir::Files).isEmpty());
     // The exercise keeps opening.
     EXPECT_NO_THROW(Actualitza_Bases(f.ctx));
     store::Database d = store::Database::open(gest);
