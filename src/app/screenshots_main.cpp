@@ -1,7 +1,9 @@
 // Writes a PNG of every screen, in Spanish and in Catalan, into the folder given on the
-// command line: <folder>/<screen>_<language>.png; and the first page of each customer and
-// supplier list, printed from a sample exercise: <folder>/listing_<layout>_<language>.png, and
-// the customers' list in its preview window: <folder>/listing_preview_<language>.png.
+// command line: <folder>/<screen>_<language>.png, and again as it shows on a 1366×768 screen,
+// <folder>/<screen>_<language>_1366x768.png (a screen that does not fit there is an error); and the
+// first page of each customer and supplier list, printed from a sample exercise:
+// <folder>/listing_<layout>_<language>.png, and the customers' list in its preview window:
+// <folder>/listing_preview_<language>.png.
 #include "books/customer_listings.h"
 #include "context/file_tree.h"
 #include "context/working_context.h"
@@ -172,6 +174,21 @@ int main(int argc, char* argv[]) {
             const QString file = QStringLiteral("%1/%2_%3.png").arg(folder, screen.name, language);
             if (!widget->grab().save(file)) {
                 err << "cannot write " << file << "\n";
+                ++failures;
+            }
+            // The same screen as it shows on the smallest screen the program must work on.
+            const QString overflow = tallora::overflowOnSmallScreen(widget.get());
+            if (!overflow.isEmpty()) {
+                err << screen.name << "_" << language << " does not fit 1366×768: " << overflow
+                    << "\n";
+                ++failures;
+            }
+            tallora::fitToSmallScreen(widget.get());
+            QApplication::processEvents();
+            const QString small =
+                QStringLiteral("%1/%2_%3_1366x768.png").arg(folder, screen.name, language);
+            if (!widget->grab().save(small)) {
+                err << "cannot write " << small << "\n";
                 ++failures;
             }
         }

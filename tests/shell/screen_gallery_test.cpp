@@ -11,7 +11,7 @@ using namespace tallora;
 class ScreenGalleryTest : public QObject {
     Q_OBJECT
 private slots:
-    void everyScreenRendersInBothLanguages() {
+    void everyScreenRendersInBothLanguagesAndFitsASmallScreen() {
         const auto screens = screenGallery();
         QVERIFY(!screens.empty());
         QSet<QString> names;
@@ -26,8 +26,22 @@ private slots:
                 widget->show();
                 const QImage image = widget->grab().toImage();
                 QVERIFY2(image.width() > 200 && image.height() > 100, qPrintable(screen.name));
+                // Every screen fits and works on a 1366×768 screen.
+                const QString overflow = overflowOnSmallScreen(widget.get());
+                QVERIFY2(overflow.isEmpty(),
+                         qPrintable(screen.name + u' ' + language + u' ' + overflow));
             }
         }
+    }
+
+    void aScreenTallerThanTheSmallScreenIsNamed() {
+        QWidget tall;
+        tall.setMinimumSize(800, 900);
+        QCOMPARE(overflowOnSmallScreen(&tall), QStringLiteral("needs 800×900"));
+        tall.setMinimumSize(800, 600);
+        QVERIFY(overflowOnSmallScreen(&tall).isEmpty());
+        fitToSmallScreen(&tall);
+        QCOMPARE(tall.size(), smallScreenArea());
     }
 };
 

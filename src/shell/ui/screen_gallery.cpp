@@ -25,6 +25,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QDialog>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMdiArea>
@@ -196,6 +197,25 @@ GalleryScreen masterScreen(const QString& name, bool changing) {
 }
 
 }  // namespace
+
+QSize smallScreenArea() {
+    return {1366, 768 - 70};
+}
+
+QString overflowOnSmallScreen(const QWidget* screen) {
+    const QSize need = screen->minimumSizeHint().expandedTo(screen->minimumSize());
+    const QSize area = smallScreenArea();
+    if (need.width() <= area.width() && need.height() <= area.height()) return {};
+    return QStringLiteral("needs %1×%2").arg(need.width()).arg(need.height());
+}
+
+void fitToSmallScreen(QWidget* screen) {
+    const QSize area = smallScreenArea();
+    if (qobject_cast<QDialog*>(screen))
+        screen->resize(screen->size().expandedTo(screen->sizeHint()).boundedTo(area));
+    else
+        screen->resize(area);
+}
 
 std::vector<GalleryScreen> screenGallery() {
     std::vector<GalleryScreen> screens{

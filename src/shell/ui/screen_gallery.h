@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+class QSize;
 class QWidget;
 
 namespace tallora {
@@ -21,5 +22,13 @@ struct GalleryScreen {
 };
 
 std::vector<GalleryScreen> screenGallery();
+
+// The smallest screen the program must work on, 1366×768, less a title bar and a panel.
+QSize smallScreenArea();
+// What `screen` needs beyond smallScreenArea ("needs 1366×812"); empty when it fits.
+QString overflowOnSmallScreen(const QWidget* screen);
+// Sizes `screen` as it shows on that screen: a dialog keeps its own size within the area,
+// any other screen takes the whole area, as a maximised window does.
+void fitToSmallScreen(QWidget* screen);
 
 }  // namespace tallora
