@@ -31,7 +31,7 @@ const std::vector<MenuEntry>& menuTree() {
         item("Mnu1", "empresa", 202, true),
         item("Mnu1", "Nova", 203, true),
         separator("Mnu1", "sss"),
-        item("Mnu1", "mnuEditarEmpresa", 6762),
+        item("Mnu1", "mnuEditarEmpresa", 6762, true),
         item("Mnu1", "mnubloc", 205, true),
         separator("Mnu1", "s4"),
         fixed("Mnu1", "mnuimportar", "Importar / Exportar", false),

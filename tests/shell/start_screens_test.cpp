@@ -10,15 +10,21 @@
 #include "shell/exercises.h"
 #include "shell/settings_files.h"
 #include "shell/ui/form_configuracio.h"
+#include "shell/ui/form_edita_empresa.h"
+#include "shell/ui/form_mdi.h"
 #include "shell/ui/form_menu.h"
 #include "shell/ui/form_seleccio.h"
 #include "shell/ui/session.h"
 #include "store/database.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMdiArea>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -247,6 +253,61 @@ private slots:
         catalan->close();
         QTRY_VERIFY(qobject_cast<FormSeleccio*>(session.current()));
         session.current()->close();
+    }
+
+    void companyDataSavedInTheShellShowsAtOnceAndNewRatesCloseTheScreens() {
+        WorkingContext ctx = fresh(QStringLiteral("u9"));
+        ScriptedDialogs dialogs;
+        openCompany(ctx, dialogs);
+        shell::NewExercise e = shell::defaultNewExercise();
+        e.exercici = QStringLiteral("2026");
+        dialogs.setNextAnswer(Dialogs::Answer::Yes);
+        QVERIFY(shell::Graba_Exercici(ctx, dialogs, e));
+        QVERIFY(shell::Obre_Exercici(ctx, dialogs, QStringLiteral("2026")));
+        FormMDI window(ctx, dialogs);
+        showActive(&window);
+        QVERIFY(!window.menuAction(QStringLiteral("mnu_Tesoreria"))->isVisible());
+        QVERIFY(window.menuAction(QStringLiteral("mnuEditarEmpresa"))->isEnabled());
+        window.menuAction(QStringLiteral("Clients"))->trigger();
+        QCOMPARE(window.mdiArea()->subWindowList().size(), 2);
+
+        window.menuAction(QStringLiteral("mnuEditarEmpresa"))->trigger();
+        auto* form = window.findChild<FormEditaEmpresa*>();
+        QVERIFY(form);
+        QVERIFY(form->isModal());
+        QCOMPARE(form->windowTitle(), Missatge(ctx, 6404));
+        QCOMPARE(form->findChild<QLineEdit*>(QStringLiteral("txtnom"))->text(),
+                 QStringLiteral("Ferreteria Pons"));
+        QCOMPARE(form->findChild<QLineEdit*>(QStringLiteral("txtIVA1"))->text(),
+                 QStringLiteral("16"));
+        form->findChild<QLineEdit*>(QStringLiteral("txtnom"))
+            ->setText(QStringLiteral("Ferreteria Nova"));
+        form->findChild<QCheckBox*>(QStringLiteral("chk_tesoreria"))->setChecked(true);
+        dialogs.setNextAnswer(Dialogs::Answer::Yes);
+        form->findChild<QAction*>(QStringLiteral("Guardar"))->trigger();
+        // Unlike Settings, the treasury entries show at once, and so does the new name.
+        QVERIFY(window.menuAction(QStringLiteral("mnu_Tesoreria"))->isVisible());
+        QVERIFY(window.lblEmpresa()->text().contains(QStringLiteral("Ferreteria Nova")));
+
+        // New rates close every working screen, and this one, so that none keeps old rates.
+        form->findChild<QLineEdit*>(QStringLiteral("txtIVA1"))->setText(QStringLiteral("21"));
+        dialogs.setNextAnswer(Dialogs::Answer::Yes);
+        form->findChild<QPushButton*>(QStringLiteral("btnGuardaIVA"))->click();
+        QCOMPARE(ctx.TipusIVA[0], 21.0);
+        QTRY_COMPARE(window.mdiArea()->subWindowList().size(), 1);  // the month lock only
+        QTRY_VERIFY(!window.findChild<FormEditaEmpresa*>());
+        window.leave(true);
+    }
+
+    void aShopsCompanyDataOfferNoRates() {
+        WorkingContext ctx = fresh(QStringLiteral("u10"));
+        ScriptedDialogs dialogs;
+        ctx.ModeExercici = QStringLiteral("TICKETS");
+        FormEditaEmpresa form(ctx, dialogs);
+        QVERIFY(!form.findChild<QGroupBox*>(QStringLiteral("FrameIVA")));
+        ctx.ModeExercici = QStringLiteral("FACTURES");
+        FormEditaEmpresa invoices(ctx, dialogs);
+        QVERIFY(invoices.findChild<QGroupBox*>(QStringLiteral("FrameIVA")));
     }
 };
 

@@ -7,6 +7,7 @@
 #include "context/working_context.h"
 #include "field_behaviour.h"
 #include "form_configuracio.h"
+#include "form_edita_empresa.h"
 #include "master/ui/accounts_form.h"
 #include "master/ui/customers_form.h"
 #include "master/ui/references_form.h"
@@ -169,6 +170,8 @@ void FormMDI::runEntry(const QString& name) {
         showMonthLock();
     } else if (name == QStringLiteral("mnuConfiguracio")) {
         openSettings();
+    } else if (name == QStringLiteral("mnuEditarEmpresa")) {
+        openCompanyData();
     } else if (name == QStringLiteral("mnuRepara") || name == QStringLiteral("mnuCompactar")) {
         QApplication::setOverrideCursor(Qt::WaitCursor);
         if (name == QStringLiteral("mnuRepara"))
@@ -217,6 +220,22 @@ void FormMDI::openSettings() {
         leave(true);
     });
     settings->open();
+}
+
+void FormMDI::openCompanyData() {
+    auto* form = new FormEditaEmpresa(ctx_, dialogs_, this);
+    form->setAttribute(Qt::WA_DeleteOnClose);
+    // Unlike Settings, the treasury switched here shows or hides its entries at once.
+    connect(form, &FormEditaEmpresa::companySaved, this, &FormMDI::showEntriesInForce);
+    connect(form, &FormEditaEmpresa::ratesChanged, this, &FormMDI::Tanca_Filles);
+    form->open();
+}
+
+void FormMDI::showEntriesInForce() {
+    for (auto it = actions_.begin(); it != actions_.end(); ++it)
+        it.value()->setVisible(shell::menuEntryVisible(ctx_, it.key()));
+    lblEmpresa_->setText(ticketsMode(ctx_) ? Missatge(ctx_, 6629) + ctx_.EmpresaNom
+                                           : ctx_.EmpresaNom);
 }
 
 void FormMDI::fillWindowMenu(QMenu* menu) {

@@ -81,6 +81,10 @@ private:
     template <class Screen>
     void openMaster();
     void openSettings();
+    // FormEditaEmpresa, modally.
+    void openCompanyData();
+    // The menu entries and the band follow the context as it now stands.
+    void showEntriesInForce();
     void openPortfolio();
     void fillWindowMenu(QMenu* menu);
     void applyScreenMode();

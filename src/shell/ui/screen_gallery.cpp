@@ -5,6 +5,7 @@
 #include "context/dialogs.h"
 #include "context/working_context.h"
 #include "form_configuracio.h"
+#include "form_edita_empresa.h"
 #include "form_mdi.h"
 #include "form_menu.h"
 #include "form_seleccio.h"
@@ -262,6 +263,11 @@ std::vector<GalleryScreen> screenGallery() {
              for (int month : {1, 2, 3}) screen->chkmesos(month)->setChecked(true);
              screen->resize(560, 420);
              return std::unique_ptr<QWidget>(std::move(screen));
+         }},
+        {QStringLiteral("FormEditaEmpresa"),
+         [](WorkingContext& ctx) {
+             openExercise(ctx);
+             return made<FormEditaEmpresa>(ctx);
          }},
         {QStringLiteral("FormConfiguracio_billing"),
          [](WorkingContext& ctx) {
