@@ -32,6 +32,7 @@ const std::map<QString, bool>& knownOptions() {
                  .split(u' '))
             o.emplace(field, true);
         o.emplace(QStringLiteral("pending"), false);
+        o.emplace(QStringLiteral("no-treasury"), false);
         return o;
     }();
     return options;

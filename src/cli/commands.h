@@ -11,6 +11,7 @@ namespace tallora::cli {
 int unitsCommand(Session& s, const CliOptions& o);
 int companiesCommand(Session& s, const CliOptions& o);
 int companyCreateCommand(Session& s, const CliOptions& o);
+int companyChangeCommand(Session& s, const CliOptions& o);
 int companyRemoveCommand(Session& s, const CliOptions& o);
 
 // exercise_commands.cpp
@@ -18,6 +19,7 @@ int exercisesCommand(Session& s, const CliOptions& o);
 int exerciseCreateCommand(Session& s, const CliOptions& o);
 int exerciseRemoveCommand(Session& s, const CliOptions& o);
 int exerciseOpenCommand(Session& s, const CliOptions& o);
+int exerciseRatesCommand(Session& s, const CliOptions& o);
 
 // month_commands.cpp
 int monthsCommand(Session& s, const CliOptions& o);

@@ -1,7 +1,10 @@
 #include "commands.h"
 #include "context/file_tree.h"
 #include "context/list_files.h"
+#include "shell/company_data.h"
 #include "shell/company_list.h"
+
+#include <optional>
 
 namespace tallora::cli {
 namespace {
@@ -60,6 +63,30 @@ int companyCreateCommand(Session& s, const CliOptions& o) {
     const bool saved = shell::Verifica_Empresa(s.ctx, s.dialogs, s.ctx.Unitat, company);
     if (saved) s.out << company.nif << '\n';
     return s.finish(saved);
+}
+
+int companyChangeCommand(Session& s, const CliOptions& o) {
+    const QString year = yearArgument(o.arguments[1]);
+    if (o.given(QStringLiteral("treasury")) && o.given(QStringLiteral("no-treasury")))
+        throw UsageError{QStringLiteral("--treasury and --no-treasury exclude each other")};
+    const auto name = o.given(QStringLiteral("name"))
+                          ? std::optional(nameArgument(o.value(QStringLiteral("name"))))
+                          : std::nullopt;
+    const auto nif = o.given(QStringLiteral("nif"))
+                         ? std::optional(nifArgument(o.value(QStringLiteral("nif"))))
+                         : std::nullopt;
+    s.start();
+    if (!s.enterExercise(o.arguments[0], year)) return kRefused;
+    // What is not given stays as it is.
+    shell::CompanyEdit e = shell::currentCompany(s.ctx);
+    if (name) e.nom = *name;
+    if (nif) e.nif = *nif;
+    if (o.given(QStringLiteral("address"))) e.domicili = o.value(QStringLiteral("address"));
+    if (o.given(QStringLiteral("town"))) e.poblacio = o.value(QStringLiteral("town"));
+    if (o.given(QStringLiteral("postal-code"))) e.cp = o.value(QStringLiteral("postal-code"));
+    if (o.given(QStringLiteral("treasury"))) e.tesoreria = true;
+    if (o.given(QStringLiteral("no-treasury"))) e.tesoreria = false;
+    return s.finish(shell::Graba_Empresa(s.ctx, s.dialogs, e));
 }
 
 int companyRemoveCommand(Session& s, const CliOptions& o) {

@@ -1,4 +1,5 @@
 #include "commands.h"
+#include "shell/company_data.h"
 #include "shell/exercises.h"
 #include "shell/startup.h"
 
@@ -57,6 +58,17 @@ int exerciseRemoveCommand(Session& s, const CliOptions& o) {
     const auto row = s.exerciseRow(year);
     if (!row) return kRefused;
     return s.finish(shell::Elimina_Exercici(s.ctx, s.dialogs, *row));
+}
+
+int exerciseRatesCommand(Session& s, const CliOptions& o) {
+    const QString year = yearArgument(o.arguments[1]);
+    s.start();
+    if (!s.enterExercise(o.arguments[0], year)) return kRefused;
+    shell::ExerciseRates rates = shell::currentRates(s.ctx);
+    takeRates(o, "iva", rates.iva);
+    takeRates(o, "re", rates.re);
+    takeRates(o, "ivas", rates.ivas);
+    return s.finish(shell::Graba_Tipus(s.ctx, s.dialogs, rates));
 }
 
 int exerciseOpenCommand(Session& s, const CliOptions& o) {

@@ -25,6 +25,11 @@ Commands (NIF8 is the company key that "companies" shows):
                       at most five companies on one number. --treasury turns treasury
                       control on. The name has at most 40 characters; the tax number
                       at least 8 characters, only digits, letters and "-".
+  company-change NIF8 YYYY [--name N] [--address A] [--town T] [--postal-code CP]
+                  [--nif NIF] [--treasury | --no-treasury]
+                      changes the data of a company, its exercise YYYY open (asks, needs
+                      --yes); what is not given stays. A new tax number keeps the folder
+                      and the key NIF8. --treasury or --no-treasury switch treasury control.
   company-remove NIF8 removes a company without exercises (asks, needs --yes)
   exercises NIF8      one line an exercise of the company
   exercise-create NIF8 --year YYYY [--kind FACTURES|TICKETS] [--currency Euros]
@@ -41,6 +46,9 @@ Commands (NIF8 is the company key that "companies" shows):
   exercise-open NIF8 YYYY
                       opens an exercise as the program does (safety copy, upgrades of the
                       databases, month lock, treasury set-up) and prints its folder
+  exercise-rates NIF8 YYYY [--iva1 R ... --ivas4 R]
+                      changes the rates of an exercise (asks, needs --yes); rates not
+                      given stay, a rate "0" is refused. Invoices keep the rates they have.
   months NIF8 YYYY    the twelve months of the exercise, locked or open
   month-lock NIF8 YYYY M [M...]
   month-unlock NIF8 YYYY M [M...]

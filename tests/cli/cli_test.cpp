@@ -44,16 +44,17 @@ TEST_F(cliCommands, HelpDocumentsEveryCommandAndOption) {
         EXPECT_EQ(r.code, 0) << r;
         EXPECT_TRUE(r.err.isEmpty()) << r;
         for (const char* word :
-             {"units",         "companies",       "company-create",  "company-remove",
-              "exercises",     "exercise-create", "exercise-remove", "exercise-open",
-              "months",        "month-lock",      "month-unlock",    "repair",
-              "compact",       "--unit",          "--program-dir",   "--yes",
-              "--help",        "--name",          "--address",       "--town",
-              "--postal-code", "--nif",           "--treasury",      "--year",
-              "--kind",        "FACTURES",        "TICKETS",         "--currency",
-              "--iva1",        "--iva2",          "--iva3",          "--re1",
-              "--re2",         "--re3",           "--ivas1",         "--ivas2",
-              "--ivas3",       "--ivas4",         "Example"})
+             {"units",          "companies",       "company-create",  "company-remove",
+              "exercises",      "exercise-create", "exercise-remove", "exercise-open",
+              "months",         "month-lock",      "month-unlock",    "repair",
+              "compact",        "--unit",          "--program-dir",   "--yes",
+              "--help",         "--name",          "--address",       "--town",
+              "--postal-code",  "--nif",           "--treasury",      "--year",
+              "--kind",         "FACTURES",        "TICKETS",         "--currency",
+              "--iva1",         "--iva2",          "--iva3",          "--re1",
+              "--re2",          "--re3",           "--ivas1",         "--ivas2",
+              "--ivas3",        "--ivas4",         "Example",         "company-change",
+              "exercise-rates", "--no-treasury"})
             EXPECT_TRUE(r.out.contains(QString::fromLatin1(word))) << word;
     }
 }
@@ -512,3 +513,45 @@ TEST(cliDialogs, YesAnswersEveryQuestion) {
 }
 
 }  // namespace
+
+TEST_F(cliCommands, CompanyChangeKeepsTheKeyAndSwitchesTreasuryAsTheScreenDoes) {
+    createCompany("Fusteria Pons", "B12345678");
+    createExercise("B1234567", "2026");
+    Result r = run({"company-change", "B1234567", "2026", "--name", "Fusteria Nova"});
+    EXPECT_EQ(r.code, 1) << r;  // the question needs --yes
+    EXPECT_EQ(readCompanyData(company("B1234567") + "B1234567.Dat")->nom,
+              QStringLiteral("Fusteria Pons"));
+    r = run({"--yes", "company-change", "B1234567", "2026", "--name", "Fusteria Nova", "--nif",
+             "C99999999", "--treasury"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_TRUE(r.out.contains(msg(6405))) << r;
+    const auto data = readCompanyData(company("B1234567") + "B1234567.Dat");
+    EXPECT_EQ(data, (CompanyData{"Fusteria Nova", "", "", "", "C99999999"}));
+    EXPECT_EQ(run({"companies"}).out, QStringLiteral("B1234567\tFusteria Nova\n"));
+    EXPECT_TRUE(readCompanyFlags(company("B1234567")).tesoreria);
+    EXPECT_TRUE(QFileInfo::exists(company("B1234567") + "2026/tesorer.mdb"));
+    r = run({"--yes", "company-change", "B1234567", "2026", "--no-treasury"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_FALSE(readCompanyFlags(company("B1234567")).tesoreria);
+    EXPECT_EQ(readCompanyData(company("B1234567") + "B1234567.Dat")->nom,
+              QStringLiteral("Fusteria Nova"));
+    EXPECT_EQ(run({"company-change", "B1234567", "2026", "--treasury", "--no-treasury"}).code, 2);
+}
+
+TEST_F(cliCommands, ExerciseRatesRewriteTheParametersAndRefuseZero) {
+    createCompany("Fusteria Pons", "B12345678");
+    createExercise("B1234567", "2026");
+    Result r = run({"--yes", "exercise-rates", "B1234567", "2026", "--iva1", "0"});
+    EXPECT_EQ(r.code, 1) << r;
+    EXPECT_TRUE(r.err.contains(msg(6997)) || r.out.contains(msg(6997))) << r;
+    r = run({"--yes", "exercise-rates", "B1234567", "2026", "--iva1", "21", "--iva2", "10", "--re1",
+             "5,2", "--ivas1", "21"});
+    ASSERT_EQ(r.code, 0) << r;
+    const auto params = readExerciseParams(company("B1234567") + "2026.DAT");
+    ASSERT_TRUE(params);
+    EXPECT_EQ(params->iva, (std::array<QString, 3>{"21", "10", "4"}));
+    EXPECT_EQ(params->re, (std::array<QString, 3>{"5,2", "1", "0,5"}));
+    EXPECT_EQ(params->ivas, (std::array<QString, 4>{"21", "7", "4", "4,5"}));
+    EXPECT_EQ(params->tipusLlibre, 1);
+    EXPECT_EQ(params->modeExercici, QStringLiteral("FACTURES"));
+}
