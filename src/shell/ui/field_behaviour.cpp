@@ -169,6 +169,16 @@ void makeRateField(const WorkingContext& ctx, QLineEdit* field) {
     makeNumberField(ctx, field, NumberFilter::Kind::Rate);
 }
 
+QLineEdit* rateEdit(const WorkingContext& ctx, const QString& name, QWidget* parent) {
+    auto* edit = new QLineEdit(parent);
+    edit->setObjectName(name);
+    edit->setMaxLength(6);
+    edit->setAlignment(Qt::AlignRight);
+    edit->setMaximumWidth(edit->fontMetrics().horizontalAdvance(QStringLiteral("000000000")));
+    makeRateField(ctx, edit);
+    return edit;
+}
+
 void makeAmountField(const WorkingContext& ctx, QLineEdit* field) {
     field->setAlignment(Qt::AlignRight);
     makeNumberField(ctx, field, NumberFilter::Kind::Amount);

@@ -32,6 +32,8 @@ QString helpKeyOf(const QWidget* widget, const QWidget* top);
 // (Tecla_Decimal), a change that is not numeric (Es_Numeric) empties the field, and an
 // empty field becomes "0" when it loses the focus.
 void makeRateField(const WorkingContext& ctx, QLineEdit* field);
+// A new rate field named `name`: six characters, right-aligned, as wide as a rate needs.
+QLineEdit* rateEdit(const WorkingContext& ctx, const QString& name, QWidget* parent);
 
 // An amount field: the decimal key as for a rate, a change that is not numeric empties the
 // field, and Enter or leaving it shows the amount in the money format (Format_Import).

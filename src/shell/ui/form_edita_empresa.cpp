@@ -1,5 +1,6 @@
 #include "form_edita_empresa.h"
 
+#include "company_fields.h"
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/working_context.h"
@@ -34,33 +35,23 @@ FormEditaEmpresa::FormEditaEmpresa(WorkingContext& ctx, Dialogs& dialogs, QWidge
     ui::addTool(Toolbar3, QStringLiteral("Deshacer"), m(19), {}, [this] { reject(); });
 
     const shell::CompanyEdit company = shell::currentCompany(ctx_);
-    const auto field = [&](const char* name, int maxLength, const QString& value) {
-        auto* edit = new QLineEdit(value, this);
-        edit->setObjectName(QString::fromLatin1(name));
-        edit->setMaxLength(maxLength);
-        ui::colourOnFocus(edit);
-        return edit;
-    };
-    txtnom_ = field("txtnom", 40, company.nom);
-    txtDomicili_ = field("txtDomicili", 50, company.domicili);
-    txtpoblacio_ = field("txtpoblacio", 25, company.poblacio);
-    txtCP_ = field("txtCP", 5, company.cp);
-    txtNIF_ = field("txtNIF", 15, company.nif);
-    chk_tesoreria_ = new QCheckBox(m(6977), this);
-    chk_tesoreria_->setObjectName(QStringLiteral("chk_tesoreria"));
+    const ui::CompanyFields fields = ui::companyFields(ctx_, this, 6977);
+    txtnom_ = fields.txtnom;
+    txtDomicili_ = fields.txtDomicili;
+    txtpoblacio_ = fields.txtpoblacio;
+    txtCP_ = fields.txtCP;
+    txtNIF_ = fields.txtNIF;
+    chk_tesoreria_ = fields.chk_tesoreria;
+    txtnom_->setText(company.nom);
+    txtDomicili_->setText(company.domicili);
+    txtpoblacio_->setText(company.poblacio);
+    txtCP_->setText(company.cp);
+    txtNIF_->setText(company.nif);
     chk_tesoreria_->setChecked(company.tesoreria);
-    auto* form = new QFormLayout;
-    form->addRow(m(13), txtnom_);
-    form->addRow(m(14), txtDomicili_);
-    form->addRow(m(15), txtpoblacio_);
-    form->addRow(QStringLiteral("C.P."), txtCP_);
-    form->addRow(QStringLiteral("NIF"), txtNIF_);
-    form->addRow(QString(), chk_tesoreria_);
-    ui::enterMovesAlong({txtnom_, txtDomicili_, txtpoblacio_, txtCP_, txtNIF_});
 
     auto* body = new QVBoxLayout;
     body->setContentsMargins(12, 8, 12, 12);
-    body->addLayout(form);
+    body->addLayout(fields.form);
     // A shop books no IVA breakdown: its rates are not offered here.
     if (ctx_.ModeExercici != QStringLiteral("TICKETS")) body->addWidget(buildRates());
     body->addStretch();
@@ -79,12 +70,8 @@ QWidget* FormEditaEmpresa::buildRates() {
     FrameIVA_->setObjectName(QStringLiteral("FrameIVA"));
     const shell::ExerciseRates rates = shell::currentRates(ctx_);
     const auto rate = [&](const QString& name, const QString& value) {
-        auto* edit = new QLineEdit(value, FrameIVA_);
-        edit->setObjectName(name);
-        edit->setMaxLength(6);
-        edit->setAlignment(Qt::AlignRight);
-        edit->setMaximumWidth(edit->fontMetrics().horizontalAdvance(QStringLiteral("000000000")));
-        ui::makeRateField(ctx_, edit);
+        QLineEdit* edit = ui::rateEdit(ctx_, name, FrameIVA_);
+        edit->setText(value);
         return edit;
     };
     auto* grid = new QGridLayout;

@@ -114,13 +114,7 @@ FormMenu::FormMenu(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
     tipusLayout->addWidget(OpBotiga_);
 
     const auto rate = [&](const QString& name, QWidget* parent) {
-        auto* edit = new QLineEdit(parent);
-        edit->setObjectName(name);
-        edit->setMaxLength(6);
-        edit->setAlignment(Qt::AlignRight);
-        edit->setMaximumWidth(edit->fontMetrics().horizontalAdvance(QStringLiteral("000000000")));
-        ui::makeRateField(ctx_, edit);
-        return edit;
+        return ui::rateEdit(ctx_, name, parent);
     };
     auto* frameRep = new QGroupBox(m(121), FrameAlta_);
     auto* repGrid = new QGridLayout(frameRep);

@@ -1,5 +1,6 @@
 #include "form_seleccio.h"
 
+#include "company_fields.h"
 #include "context/dialogs.h"
 #include "context/file_tree.h"
 #include "context/messages.h"
@@ -84,35 +85,14 @@ FormSeleccio::FormSeleccio(WorkingContext& ctx, Dialogs& dialogs, QWidget* paren
 
     PanelDades_ = new QGroupBox(m(16), this);
     PanelDades_->setObjectName(QStringLiteral("PanelDades"));
-    const auto field = [&](const char* name, int maxLength) {
-        auto* edit = new QLineEdit(PanelDades_);
-        edit->setObjectName(QString::fromLatin1(name));
-        edit->setMaxLength(maxLength);
-        ui::colourOnFocus(edit);
-        return edit;
-    };
-    txtnom_ = field("txtnom", 40);
-    txtDomicili_ = field("txtDomicili", 50);
-    txtpoblacio_ = field("txtpoblacio", 25);
-    txtCP_ = field("txtCP", 5);
-    txtNIF_ = field("txtNIF", 15);
+    const ui::CompanyFields fields = ui::companyFields(ctx_, PanelDades_, 6644);
+    txtnom_ = fields.txtnom;
+    txtDomicili_ = fields.txtDomicili;
+    txtpoblacio_ = fields.txtpoblacio;
+    txtCP_ = fields.txtCP;
+    txtNIF_ = fields.txtNIF;
+    chk_tesoreria_ = fields.chk_tesoreria;
     txtNIF_->installEventFilter(new NifKeys(dialogs_, txtNIF_));
-    // The apostrophe would break the list file's quoting: it becomes ´ as it is typed.
-    connect(txtnom_, &QLineEdit::textEdited, this, [this](const QString& text) {
-        if (!text.contains(u'\'')) return;
-        const int at = txtnom_->cursorPosition();
-        txtnom_->setText(QString(text).replace(u'\'', QChar(0x00B4)));
-        txtnom_->setCursorPosition(at);
-    });
-    chk_tesoreria_ = new QCheckBox(m(6644), PanelDades_);
-    chk_tesoreria_->setObjectName(QStringLiteral("chk_tesoreria"));
-    auto* form = new QFormLayout;
-    form->addRow(m(13), txtnom_);
-    form->addRow(m(14), txtDomicili_);
-    form->addRow(m(15), txtpoblacio_);
-    form->addRow(QStringLiteral("C.P."), txtCP_);
-    form->addRow(QStringLiteral("NIF"), txtNIF_);
-    form->addRow(QString(), chk_tesoreria_);
     Toolbar3_ = new QToolBar(PanelDades_);
     Toolbar3_->setObjectName(QStringLiteral("Toolbar3"));
     Toolbar3_->setToolButtonStyle(Qt::ToolButtonTextOnly);
@@ -120,10 +100,9 @@ FormSeleccio::FormSeleccio(WorkingContext& ctx, Dialogs& dialogs, QWidget* paren
     ui::addTool(Toolbar3_, QStringLiteral("Deshacer"), m(19), {}, [this] { Desfes_Empresa(); });
     ui::addTool(Toolbar3_, QStringLiteral("Ajuda3"), m(18), {}, [this] { ui::Obre_Ajuda(ctx_, QStringLiteral("empresas")); });
     auto* panelLayout = new QVBoxLayout(PanelDades_);
-    panelLayout->addLayout(form);
+    panelLayout->addLayout(fields.form);
     panelLayout->addWidget(Toolbar3_);
     PanelDades_->hide();
-    ui::enterMovesAlong({txtnom_, txtDomicili_, txtpoblacio_, txtCP_, txtNIF_});
 
     auto* unitRow = new QHBoxLayout;
     unitRow->addWidget(lblUnitat);
