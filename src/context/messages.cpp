@@ -67,4 +67,8 @@ QString Missatge(const WorkingContext& ctx, int n) {
     return MessageCatalogue::builtIn().text(ctx.BaseIdioma + n);
 }
 
+QString fixedText(const WorkingContext& ctx, const QString& spanish, const QString& catalan) {
+    return ctx.Idioma == QStringLiteral("cat") ? catalan : spanish;
+}
+
 }  // namespace tallora

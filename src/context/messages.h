@@ -38,5 +38,7 @@ private:
 
 // Message n in the language of the context.
 QString Missatge(const WorkingContext& ctx, int n);
+// A text the catalogue lacks, given in both languages: the one of the context.
+QString fixedText(const WorkingContext& ctx, const QString& spanish, const QString& catalan);
 
 }  // namespace tallora

@@ -40,20 +40,18 @@ void removeFiles(const QString& folder) {
 }
 
 QString repairReport(const WorkingContext& ctx, const QString& path, const store::RepairResult& r) {
-    const bool cat = ctx.Idioma == QStringLiteral("cat");
-    QString rows = r.rowsCounted >= 0 ? (cat ? QStringLiteral("Files recuperades: %1 de %2.")
-                                             : QStringLiteral("Filas recuperadas: %1 de %2."))
-                                            .arg(r.rowsRecovered)
-                                            .arg(r.rowsCounted)
-                                      : (cat ? QStringLiteral("Files recuperades: %1.")
-                                             : QStringLiteral("Filas recuperadas: %1."))
-                                            .arg(r.rowsRecovered);
+    QString rows = fixedText(ctx, QStringLiteral("Filas recuperadas: %1"),
+                             QStringLiteral("Files recuperades: %1"))
+                       .arg(r.rowsRecovered);
+    if (r.rowsCounted >= 0) rows += QStringLiteral(" de %1").arg(r.rowsCounted);
+    rows += u'.';
     if (r.rowsCounted < 0 || r.rowsRecovered < r.rowsCounted)
-        rows += cat ? QStringLiteral(" Les files que no s'han pogut llegir s'han perdut.")
-                    : QStringLiteral(" Las filas que no se han podido leer se han perdido.");
-    const QString kept = (cat ? QStringLiteral("Còpia malmesa desada a: %1")
-                              : QStringLiteral("Copia dañada guardada en: %1"))
-                             .arg(r.damagedCopy);
+        rows +=
+            fixedText(ctx, QStringLiteral(" Las filas que no se han podido leer se han perdido."),
+                      QStringLiteral(" Les files que no s'han pogut llegir s'han perdut."));
+    const QString kept = fixedText(ctx, QStringLiteral("Copia dañada guardada en: "),
+                                   QStringLiteral("Còpia malmesa desada a: ")) +
+                         r.damagedCopy;
     return Missatge(ctx, 130) + QStringLiteral("\n\n") + path + u'\n' + rows + u'\n' + kept;
 }
 

@@ -5,13 +5,11 @@
 #include "context/list_files.h"
 #include "context/messages.h"
 #include "context/working_context.h"
+#include "exercises.h"
 #include "schema/upgrades.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-
-#include <algorithm>
 
 namespace tallora::shell {
 namespace {
@@ -28,13 +26,6 @@ QString rateText(const WorkingContext& ctx, double rate) {
     QString text = rateSqlText(rate);
     if (ctx.Decimal == 44) text.replace(u'.', u',');
     return text;
-}
-
-bool anyZero(const ExerciseRates& r) {
-    const auto zero = [](const QString& rate) { return rate == QStringLiteral("0"); };
-    return std::any_of(r.iva.begin(), r.iva.end(), zero) ||
-           std::any_of(r.re.begin(), r.re.end(), zero) ||
-           std::any_of(r.ivas.begin(), r.ivas.end(), zero);
 }
 
 }  // namespace
@@ -64,22 +55,7 @@ bool Graba_Empresa(WorkingContext& ctx, Dialogs& dialogs, const CompanyEdit& e) 
     ctx.Tesoreria = e.tesoreria;
     if (treasuryOn) schema::Prepara_Tesoreria(ctx, &dialogs);
 
-    // Cambia_Nom_Llista: the list through its copy, this company's line with the new name.
-    const QString dir = llibresDir(ctx.Unitat);
-    const QString lst = findFileNoCase(dir, files::EmpresesLst);
-    const QString cop = findFileNoCase(dir, files::EmpresesCop);
-    QFile::remove(cop);
-    QFile source(lst);
-    QString error;
-    if (QFileInfo::exists(lst) && !source.copy(cop)) {
-        dialogs.stop(source.errorString() + QStringLiteral(": ") + cop);
-    } else if (QFileInfo::exists(cop)) {
-        std::vector<CompanyEntry> entries = readEmpresesLst(cop);
-        for (CompanyEntry& entry : entries)
-            if (entry.nif8 == key) entry.name = e.nom;
-        if (!writeEmpresesLst(lst, entries, &error))
-            dialogs.stop(error + QStringLiteral(": ") + lst);
-    }
+    Cambia_Nom_Llista(dialogs, ctx.Unitat, key, e.nom);
 
     ctx.EmpresaNom = e.nom;
     ctx.EmpresaDomicili = e.domicili;
@@ -99,7 +75,7 @@ ExerciseRates currentRates(const WorkingContext& ctx) {
 }
 
 bool Graba_Tipus(WorkingContext& ctx, Dialogs& dialogs, const ExerciseRates& rates) {
-    if (anyZero(rates)) {
+    if (anyRateWrittenZero(rates.iva, rates.re, rates.ivas)) {
         dialogs.stop(Missatge(ctx, 6997));
         return false;
     }

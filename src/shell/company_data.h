@@ -1,6 +1,7 @@
 #pragma once
 // Editing the open company's data and the open exercise's rates (FormEditaEmpresa), apart
 // from the window: the screen and the companion both save through these.
+#include "company_list.h"
 #include "context/fwd.h"
 
 #include <QString>
@@ -9,11 +10,8 @@
 
 namespace tallora::shell {
 
-// The five data of the company and its treasury switch, as the screen shows them.
-struct CompanyEdit {
-    QString nom, domicili, poblacio, cp, nif;
-    bool tesoreria = false;
-};
+// The five data of the company and its treasury switch, as for a new company.
+using CompanyEdit = NewCompany;
 // What the screen opens with: the working context's values.
 CompanyEdit currentCompany(const WorkingContext& ctx);
 

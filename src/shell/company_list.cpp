@@ -13,6 +13,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <functional>
+
 namespace tallora::shell {
 namespace {
 
@@ -148,8 +150,12 @@ bool Elimina_Empresa(const WorkingContext& ctx, Dialogs& dialogs, const QString&
     return Treu_de_Llista(dialogs, unit, nif8);
 }
 
-bool Treu_de_Llista(Dialogs& dialogs, const QString& unit, const QString& nif8) {
-    if (nif8.isEmpty()) return false;
+namespace {
+
+// Empreses.Lst rewritten through its copy Empreses.cop, its companies as `change` leaves
+// them. Nothing to do without the list; failures are shown through `dialogs`.
+bool rewriteEmpresesLst(Dialogs& dialogs, const QString& unit,
+                        const std::function<void(std::vector<CompanyEntry>&)>& change) {
     const QString dir = llibresDir(unit);
     const QString lst = findFileNoCase(dir, files::EmpresesLst);
     const QString cop = findFileNoCase(dir, files::EmpresesCop);
@@ -160,15 +166,31 @@ bool Treu_de_Llista(Dialogs& dialogs, const QString& unit, const QString& nif8) 
         dialogs.stop(source.errorString() + QStringLiteral(": ") + cop);
         return false;
     }
-    std::vector<CompanyEntry> kept;
-    for (const auto& entry : readEmpresesLst(cop))
-        if (entry.nif8 != nif8) kept.push_back(entry);
+    std::vector<CompanyEntry> entries = readEmpresesLst(cop);
+    change(entries);
     QString error;
-    if (!writeEmpresesLst(lst, kept, &error)) {
+    if (!writeEmpresesLst(lst, entries, &error)) {
         dialogs.stop(error + QStringLiteral(": ") + lst);
         return false;
     }
     return true;
+}
+
+}  // namespace
+
+bool Treu_de_Llista(Dialogs& dialogs, const QString& unit, const QString& nif8) {
+    if (nif8.isEmpty()) return false;
+    return rewriteEmpresesLst(dialogs, unit, [&](std::vector<CompanyEntry>& entries) {
+        std::erase_if(entries, [&](const CompanyEntry& e) { return e.nif8 == nif8; });
+    });
+}
+
+bool Cambia_Nom_Llista(Dialogs& dialogs, const QString& unit, const QString& nif8,
+                       const QString& name) {
+    return rewriteEmpresesLst(dialogs, unit, [&](std::vector<CompanyEntry>& entries) {
+        for (CompanyEntry& entry : entries)
+            if (entry.nif8 == nif8) entry.name = name;
+    });
 }
 
 bool Obre_Empresa(WorkingContext& ctx, Dialogs& dialogs, const QString& unit,

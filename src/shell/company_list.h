@@ -25,9 +25,11 @@ QString readUnitatCfg(const QString& programDir);
 // begins on the home folder again.
 void clearUnitatCfg(const QString& programDir);
 
+// The five data of a company and its treasury switch, as the company screens show them.
 struct NewCompany {
     QString nom, domicili, poblacio, cp, nif;
     bool tesoreria = false;
+    bool operator==(const NewCompany&) const = default;
 };
 
 // Saves a new company on `unit` (Verifica_Empresa): checks the tax number and the name,
@@ -46,6 +48,9 @@ bool Elimina_Empresa(const WorkingContext& ctx, Dialogs& dialogs, const QString&
 // Rewrites the unit's Empreses.Lst without the company `nif8`, keeping a copy of the old
 // list in Empreses.cop. An empty key does nothing. Failures are shown through `dialogs`.
 bool Treu_de_Llista(Dialogs& dialogs, const QString& unit, const QString& nif8);
+// Rewrites the unit's Empreses.Lst the same way, the line of `nif8` with `name`.
+bool Cambia_Nom_Llista(Dialogs& dialogs, const QString& unit, const QString& nif8,
+                       const QString& name);
 
 // Opens the company of `row` (Obre_Empresa): sets Unitat and Directori, reads <NIF8>.Dat
 // into the five company values and the three option flags (writing False for a missing

@@ -116,13 +116,6 @@ QString confirmationText(const WorkingContext& ctx, const NewExercise& e, const 
            Missatge(ctx, 37);
 }
 
-bool anyRateZero(const NewExercise& e) {
-    const auto zero = [](const QString& rate) { return rate == QStringLiteral("0"); };
-    return std::any_of(e.iva.begin(), e.iva.end(), zero) ||
-           std::any_of(e.re.begin(), e.re.end(), zero) ||
-           std::any_of(e.ivas.begin(), e.ivas.end(), zero);
-}
-
 bool hasRows(const QString& path, const QString& table) {
     if (!QFileInfo::exists(path)) return false;
     try {
@@ -149,6 +142,13 @@ QStringList exerciseRows(const WorkingContext& ctx) {
     return rows;
 }
 
+bool anyRateWrittenZero(const std::array<QString, 3>& iva, const std::array<QString, 3>& re,
+                        const std::array<QString, 4>& ivas) {
+    const auto zero = [](const QString& rate) { return rate == QStringLiteral("0"); };
+    return std::any_of(iva.begin(), iva.end(), zero) || std::any_of(re.begin(), re.end(), zero) ||
+           std::any_of(ivas.begin(), ivas.end(), zero);
+}
+
 bool isExerciseYear(const QString& text) {
     return text.size() == 4 &&
            std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
@@ -161,7 +161,7 @@ bool Graba_Exercici(WorkingContext& ctx, Dialogs& dialogs, const NewExercise& ex
                      exercise.exercici);
         return false;
     }
-    if (anyRateZero(exercise)) {
+    if (anyRateWrittenZero(exercise.iva, exercise.re, exercise.ivas)) {
         dialogs.stop(Missatge(ctx, 6997));
         return false;
     }

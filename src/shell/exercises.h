@@ -30,6 +30,10 @@ QStringList currencies();
 // The rows of ListExercicis: the exercises of the company's exercici.lst, in its order.
 QStringList exerciseRows(const WorkingContext& ctx);
 
+// Whether any rate is written "0" (a rate may be "0,0": only the text "0" is refused).
+bool anyRateWrittenZero(const std::array<QString, 3>& iva, const std::array<QString, 3>& re,
+                        const std::array<QString, 4>& ivas);
+
 // An exercise is a calendar year written with four digits: nothing else names a folder,
 // a <year>.DAT and a line of exercici.lst.
 bool isExerciseYear(const QString& text);

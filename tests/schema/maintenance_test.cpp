@@ -139,8 +139,9 @@ TEST(ReparaBases, ADamagedFileIsReportedRebuiltAndKept) {
     EXPECT_TRUE(
         dialogs.shown()[0].text.contains(QStringLiteral("Filas recuperadas: %1").arg(recovered)))
         << dialogs.shown()[0].text.toStdString();
-    if (recovered < 2000)
+    if (recovered < 2000) {
         EXPECT_TRUE(dialogs.shown()[0].text.contains(QStringLiteral("se han perdido")));
+    }
     // A later opening's safety copy holds only the repaired file.
     Copia_Seguretat(f.company, "2026", QDate(2026, 11, 18));
     EXPECT_TRUE(

@@ -173,7 +173,7 @@ private slots:
         FormMenu form(ctx, dialogs);
         showActive(&form);
         auto* year = form.findChild<QLineEdit*>(QStringLiteral("txtExercici"));
-        for (const QString typed : {QString(), QStringLiteral("20")}) {
+        for (const QString& typed : {QString(), QStringLiteral("20")}) {
             form.Nou_Exercici();
             year->setText(typed);
             dialogs.setNextAnswer(Dialogs::Answer::Yes);  // were the confirmation asked

@@ -98,7 +98,7 @@ QString MasterForm::m(int n) const {
 }
 
 QString MasterForm::fixed(const QString& spanish, const QString& catalan) const {
-    return ctx_.Idioma == QStringLiteral("cat") ? catalan : spanish;
+    return fixedText(ctx_, spanish, catalan);
 }
 
 void MasterForm::setStatus(const QString& text) {

@@ -92,7 +92,7 @@ QString FormVendes::m(int n) const {
 }
 
 QString FormVendes::fixed(const char* spanish, const char* catalan) const {
-    return QString::fromUtf8(ctx_.Idioma == QStringLiteral("cat") ? catalan : spanish);
+    return fixedText(ctx_, QString::fromUtf8(spanish), QString::fromUtf8(catalan));
 }
 
 bool FormVendes::tickets() const {

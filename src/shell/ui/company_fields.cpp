@@ -43,4 +43,18 @@ CompanyFields companyFields(const WorkingContext& ctx, QWidget* parent, int trea
     return f;
 }
 
+shell::NewCompany CompanyFields::values() const {
+    return {txtnom->text(), txtDomicili->text(), txtpoblacio->text(),
+            txtCP->text(),  txtNIF->text(),      chk_tesoreria->isChecked()};
+}
+
+void CompanyFields::show(const shell::NewCompany& company) const {
+    txtnom->setText(company.nom);
+    txtDomicili->setText(company.domicili);
+    txtpoblacio->setText(company.poblacio);
+    txtCP->setText(company.cp);
+    txtNIF->setText(company.nif);
+    chk_tesoreria->setChecked(company.tesoreria);
+}
+
 }  // namespace tallora::ui

@@ -2,6 +2,7 @@
 // The company's five fields and its treasury box, as the company list's panel of a new
 // company and the company data screen both show them.
 #include "context/fwd.h"
+#include "shell/company_list.h"
 
 class QCheckBox;
 class QFormLayout;
@@ -11,9 +12,15 @@ class QWidget;
 namespace tallora::ui {
 
 struct CompanyFields {
-    QLineEdit *txtnom, *txtDomicili, *txtpoblacio, *txtCP, *txtNIF;
-    QCheckBox* chk_tesoreria;
-    QFormLayout* form;  // the six rows, captioned, for the caller to place
+    QLineEdit *txtnom = nullptr, *txtDomicili = nullptr, *txtpoblacio = nullptr, *txtCP = nullptr,
+              *txtNIF = nullptr;
+    QCheckBox* chk_tesoreria = nullptr;
+    QFormLayout* form = nullptr;  // the six rows, captioned, for the caller to place
+
+    // What the fields hold.
+    shell::NewCompany values() const;
+    // Shows `company` in the fields.
+    void show(const shell::NewCompany& company) const;
 };
 
 // Made in `parent`, named as the screens name them, with the lengths the list and data

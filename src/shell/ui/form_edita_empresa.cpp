@@ -1,6 +1,5 @@
 #include "form_edita_empresa.h"
 
-#include "company_fields.h"
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/working_context.h"
@@ -8,7 +7,6 @@
 #include "screen_style.h"
 #include "shell/company_data.h"
 
-#include <QCheckBox>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -22,7 +20,7 @@
 namespace tallora {
 
 FormEditaEmpresa::FormEditaEmpresa(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
-    : QDialog(parent), ctx_(ctx), dialogs_(dialogs) {
+    : QDialog(parent), ctx_(ctx), dialogs_(dialogs), fields_(ui::companyFields(ctx_, this, 6977)) {
     setObjectName(QStringLiteral("FormEditaEmpresa"));
     const auto m = [&](int n) { return Missatge(ctx_, n); };
     setWindowTitle(m(6404));
@@ -34,24 +32,11 @@ FormEditaEmpresa::FormEditaEmpresa(WorkingContext& ctx, Dialogs& dialogs, QWidge
                 [this] { Graba_Empresa(); });
     ui::addTool(Toolbar3, QStringLiteral("Deshacer"), m(19), {}, [this] { reject(); });
 
-    const shell::CompanyEdit company = shell::currentCompany(ctx_);
-    const ui::CompanyFields fields = ui::companyFields(ctx_, this, 6977);
-    txtnom_ = fields.txtnom;
-    txtDomicili_ = fields.txtDomicili;
-    txtpoblacio_ = fields.txtpoblacio;
-    txtCP_ = fields.txtCP;
-    txtNIF_ = fields.txtNIF;
-    chk_tesoreria_ = fields.chk_tesoreria;
-    txtnom_->setText(company.nom);
-    txtDomicili_->setText(company.domicili);
-    txtpoblacio_->setText(company.poblacio);
-    txtCP_->setText(company.cp);
-    txtNIF_->setText(company.nif);
-    chk_tesoreria_->setChecked(company.tesoreria);
+    fields_.show(shell::currentCompany(ctx_));
 
     auto* body = new QVBoxLayout;
     body->setContentsMargins(12, 8, 12, 12);
-    body->addLayout(fields.form);
+    body->addLayout(fields_.form);
     // A shop books no IVA breakdown: its rates are not offered here.
     if (ctx_.ModeExercici != QStringLiteral("TICKETS")) body->addWidget(buildRates());
     body->addStretch();
@@ -103,10 +88,7 @@ QWidget* FormEditaEmpresa::buildRates() {
 }
 
 void FormEditaEmpresa::Graba_Empresa() {
-    const shell::CompanyEdit edit{txtnom_->text(),      txtDomicili_->text(),
-                                  txtpoblacio_->text(), txtCP_->text(),
-                                  txtNIF_->text(),      chk_tesoreria_->isChecked()};
-    if (shell::Graba_Empresa(ctx_, dialogs_, edit)) emit companySaved();
+    if (shell::Graba_Empresa(ctx_, dialogs_, fields_.values())) emit companySaved();
 }
 
 void FormEditaEmpresa::btnGuardaIVA() {

@@ -2,9 +2,10 @@
 // The open company's data and the open exercise's rates, shown modally from the shell.
 // "Guardar" saves the company (Graba_Empresa), "btnGuardaIVA" the rates; "Deshacer" or Esc
 // leave. The shell hears what changed and follows at once.
+#include "company_fields.h"
+
 #include <QDialog>
 
-class QCheckBox;
 class QGroupBox;
 class QLineEdit;
 
@@ -33,8 +34,7 @@ private:
 
     WorkingContext& ctx_;
     Dialogs& dialogs_;
-    QLineEdit *txtnom_, *txtDomicili_, *txtpoblacio_, *txtCP_, *txtNIF_;
-    QCheckBox* chk_tesoreria_;
+    ui::CompanyFields fields_;
     QGroupBox* FrameIVA_ = nullptr;
     QLineEdit *txtIVA_[3], *txtRE_[3], *txtIVAs_[4];
 };

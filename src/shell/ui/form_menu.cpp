@@ -113,9 +113,6 @@ FormMenu::FormMenu(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
     tipusLayout->addWidget(Option1_);
     tipusLayout->addWidget(OpBotiga_);
 
-    const auto rate = [&](const QString& name, QWidget* parent) {
-        return ui::rateEdit(ctx_, name, parent);
-    };
     auto* frameRep = new QGroupBox(m(121), FrameAlta_);
     auto* repGrid = new QGridLayout(frameRep);
     repGrid->addWidget(new QLabel(QStringLiteral("IVA %"), frameRep), 0, 1);
@@ -124,13 +121,13 @@ FormMenu::FormMenu(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
     auto* sopGrid = new QGridLayout(frameSop);
     for (int i = 0; i < 4; ++i) {
         if (i < 3) {
-            txtIVA_[i] = rate(QStringLiteral("txtIVA%1").arg(i + 1), frameRep);
-            txtRE_[i] = rate(QStringLiteral("txtRE%1").arg(i + 1), frameRep);
+            txtIVA_[i] = ui::rateEdit(ctx_, QStringLiteral("txtIVA%1").arg(i + 1), frameRep);
+            txtRE_[i] = ui::rateEdit(ctx_, QStringLiteral("txtRE%1").arg(i + 1), frameRep);
             repGrid->addWidget(new QLabel(m(117 + i), frameRep), i + 1, 0);
             repGrid->addWidget(txtIVA_[i], i + 1, 1);
             repGrid->addWidget(txtRE_[i], i + 1, 2);
         }
-        txtIVAs_[i] = rate(QStringLiteral("txtIVAs%1").arg(i + 1), frameSop);
+        txtIVAs_[i] = ui::rateEdit(ctx_, QStringLiteral("txtIVAs%1").arg(i + 1), frameSop);
         sopGrid->addWidget(new QLabel(m(117 + i), frameSop), i, 0);
         sopGrid->addWidget(txtIVAs_[i], i, 1);
     }

@@ -85,14 +85,8 @@ FormSeleccio::FormSeleccio(WorkingContext& ctx, Dialogs& dialogs, QWidget* paren
 
     PanelDades_ = new QGroupBox(m(16), this);
     PanelDades_->setObjectName(QStringLiteral("PanelDades"));
-    const ui::CompanyFields fields = ui::companyFields(ctx_, PanelDades_, 6644);
-    txtnom_ = fields.txtnom;
-    txtDomicili_ = fields.txtDomicili;
-    txtpoblacio_ = fields.txtpoblacio;
-    txtCP_ = fields.txtCP;
-    txtNIF_ = fields.txtNIF;
-    chk_tesoreria_ = fields.chk_tesoreria;
-    txtNIF_->installEventFilter(new NifKeys(dialogs_, txtNIF_));
+    fields_ = ui::companyFields(ctx_, PanelDades_, 6644);
+    fields_.txtNIF->installEventFilter(new NifKeys(dialogs_, fields_.txtNIF));
     Toolbar3_ = new QToolBar(PanelDades_);
     Toolbar3_->setObjectName(QStringLiteral("Toolbar3"));
     Toolbar3_->setToolButtonStyle(Qt::ToolButtonTextOnly);
@@ -100,7 +94,7 @@ FormSeleccio::FormSeleccio(WorkingContext& ctx, Dialogs& dialogs, QWidget* paren
     ui::addTool(Toolbar3_, QStringLiteral("Deshacer"), m(19), {}, [this] { Desfes_Empresa(); });
     ui::addTool(Toolbar3_, QStringLiteral("Ajuda3"), m(18), {}, [this] { ui::Obre_Ajuda(ctx_, QStringLiteral("empresas")); });
     auto* panelLayout = new QVBoxLayout(PanelDades_);
-    panelLayout->addLayout(fields.form);
+    panelLayout->addLayout(fields_.form);
     panelLayout->addWidget(Toolbar3_);
     PanelDades_->hide();
 
@@ -133,21 +127,19 @@ void FormSeleccio::OMPLE_LLISTA_Empreses() {
 
 void FormSeleccio::Nova_Empresa() {
     PanelDades_->show();
-    txtnom_->setFocus();
+    fields_.txtnom->setFocus();
 }
 
 void FormSeleccio::Desfes_Empresa() {
-    for (QLineEdit* f : {txtnom_, txtDomicili_, txtpoblacio_, txtCP_, txtNIF_}) f->clear();
-    chk_tesoreria_->setChecked(false);
+    fields_.show({});
     PanelDades_->hide();
     ListEmpreses_->setFocus();
 }
 
 void FormSeleccio::Verifica_Empresa() {
-    shell::NewCompany company{txtnom_->text(), txtDomicili_->text(), txtpoblacio_->text(),
-                              txtCP_->text(), txtNIF_->text(), chk_tesoreria_->isChecked()};
+    shell::NewCompany company = fields_.values();
     const bool saved = shell::Verifica_Empresa(ctx_, dialogs_, ctx_.Unitat, company);
-    txtNIF_->setText(company.nif);
+    fields_.txtNIF->setText(company.nif);
     if (!saved) return;
     OMPLE_LLISTA_Empreses();
     ListEmpreses_->setCurrentRow(ListEmpreses_->count() - 1);
@@ -171,10 +163,8 @@ void FormSeleccio::done(int result) {
 
 bool FormSeleccio::mayDropTyped() {
     if (!PanelDades_->isVisible()) return true;
-    bool typed = chk_tesoreria_->isChecked();
-    for (const QLineEdit* f : {txtnom_, txtDomicili_, txtpoblacio_, txtCP_, txtNIF_})
-        typed = typed || !f->text().isEmpty();
-    return !typed || dialogs_.yesNo(Missatge(ctx_, 6622)) == Dialogs::Answer::Yes;
+    return fields_.values() == shell::NewCompany{} ||
+           dialogs_.yesNo(Missatge(ctx_, 6622)) == Dialogs::Answer::Yes;
 }
 
 void FormSeleccio::keyPressEvent(QKeyEvent* event) {

@@ -1,14 +1,14 @@
 #pragma once
 // The first screen: the working unit, its companies, and the panel of a new company. It
 // ends accepted when a company was opened, rejected when the user leaves the program.
+#include "company_fields.h"
+
 #include <QDialog>
 
 class QAction;
-class QCheckBox;
 class QComboBox;
 class QGroupBox;
 class QLabel;
-class QLineEdit;
 class QListWidget;
 class QToolBar;
 
@@ -50,8 +50,7 @@ private:
     QListWidget* ListEmpreses_;
     QToolBar* Toolbar1_;
     QGroupBox* PanelDades_;
-    QLineEdit *txtnom_, *txtDomicili_, *txtpoblacio_, *txtCP_, *txtNIF_;
-    QCheckBox* chk_tesoreria_;
+    ui::CompanyFields fields_;
     QToolBar* Toolbar3_;
 };
 

@@ -220,7 +220,7 @@ QAction* FormCarteraRecibos::tool(const QString& key) const {
 }
 
 QString FormCarteraRecibos::fixed(const QString& spanish, const QString& catalan) const {
-    return ctx_.Idioma == QStringLiteral("cat") ? catalan : spanish;
+    return fixedText(ctx_, spanish, catalan);
 }
 
 void FormCarteraRecibos::fillParties(QComboBox* combo,
