@@ -33,6 +33,8 @@ CompanyFields companyFields(const WorkingContext& ctx, QWidget* parent, int trea
     f.chk_tesoreria = new QCheckBox(Missatge(ctx, treasuryCaption), parent);
     f.chk_tesoreria->setObjectName(QStringLiteral("chk_tesoreria"));
     f.form = new QFormLayout;
+    // Outside a group box the style leaves the captions touching their fields.
+    f.form->setHorizontalSpacing(12);
     f.form->addRow(Missatge(ctx, 13), f.txtnom);
     f.form->addRow(Missatge(ctx, 14), f.txtDomicili);
     f.form->addRow(Missatge(ctx, 15), f.txtpoblacio);
