@@ -10,10 +10,6 @@ namespace {
 
 using report::ReportJob;
 
-QString formula(const QString& name, const QString& value) {
-    return name + QStringLiteral("= '") + value + u'\'';
-}
-
 // The formulas both lists share; `titol` is 6101 or 6111.
 void fillListing(ReportJob& job, const WorkingContext& ctx, ListingKind kind,
                  const QDate& printDate, const QString& prefix, int titol) {
@@ -22,20 +18,25 @@ void fillListing(ReportJob& job, const WorkingContext& ctx, ListingKind kind,
         ctx, prefix + (domicile ? QStringLiteral("_dom.rpt") : QStringLiteral("_con.rpt")));
     job.DataFiles[0] = ctx.exerciseFile(schema::db::Gest);
     int i = 0;
-    job.Formulas[i++] = formula(QStringLiteral("Nom"), ctx.EmpresaNom);
-    job.Formulas[i++] = formula(QStringLiteral("lbl_codigo"), Missatge(ctx, 6100));
-    job.Formulas[i++] = formula(QStringLiteral("lbl_titulo"), Missatge(ctx, titol));
-    job.Formulas[i++] = formula(QStringLiteral("lbl_razon_social"), Missatge(ctx, 6104));
+    job.Formulas[i++] = report::textFormula(QStringLiteral("Nom"), ctx.EmpresaNom);
+    job.Formulas[i++] = report::textFormula(QStringLiteral("lbl_codigo"), Missatge(ctx, 6100));
+    job.Formulas[i++] = report::textFormula(QStringLiteral("lbl_titulo"), Missatge(ctx, titol));
     job.Formulas[i++] =
-        formula(QStringLiteral("lbl_fecha"), printDate.toString(QStringLiteral("dd/MM/yyyy")));
-    job.Formulas[i++] = formula(QStringLiteral("lbl_pagina"), Missatge(ctx, 6113));
+        report::textFormula(QStringLiteral("lbl_razon_social"), Missatge(ctx, 6104));
+    job.Formulas[i++] = report::textFormula(QStringLiteral("lbl_fecha"),
+                                            printDate.toString(QStringLiteral("dd/MM/yyyy")));
+    job.Formulas[i++] = report::textFormula(QStringLiteral("lbl_pagina"), Missatge(ctx, 6113));
     if (domicile) {
-        job.Formulas[i++] = formula(QStringLiteral("lbl_domicilio"), Missatge(ctx, 6102));
-        job.Formulas[i++] = formula(QStringLiteral("lbl_poblacion"), Missatge(ctx, 6103));
+        job.Formulas[i++] =
+            report::textFormula(QStringLiteral("lbl_domicilio"), Missatge(ctx, 6102));
+        job.Formulas[i++] =
+            report::textFormula(QStringLiteral("lbl_poblacion"), Missatge(ctx, 6103));
     } else {
-        job.Formulas[i++] = formula(QStringLiteral("lbl_email"), Missatge(ctx, 6107));
-        job.Formulas[i++] = formula(QStringLiteral("lbl_telefono"), Missatge(ctx, 6108));
-        job.Formulas[i++] = formula(QStringLiteral("lbl_titulo_gral"), Missatge(ctx, 6112));
+        job.Formulas[i++] = report::textFormula(QStringLiteral("lbl_email"), Missatge(ctx, 6107));
+        job.Formulas[i++] =
+            report::textFormula(QStringLiteral("lbl_telefono"), Missatge(ctx, 6108));
+        job.Formulas[i++] =
+            report::textFormula(QStringLiteral("lbl_titulo_gral"), Missatge(ctx, 6112));
     }
 }
 
@@ -44,17 +45,12 @@ using Fill = void (*)(ReportJob&, const WorkingContext&, ListingKind, const QDat
 report::ReportResult launch(const WorkingContext& ctx, Dialogs& dialogs, ReportJob& job,
                             report::ReportOutput* output, const ListingRequest& request, Fill fill,
                             int titol) {
-    if (!report::Hi_Ha_Impressora(ctx, dialogs))
-        return {report::ReportResult::Status::Cancelled, {}, 0};
-    report::Neteja_Informe(job);
-    fill(job, ctx, request.kind, request.printDate);
-    job.WindowTitle = request.kind == ListingKind::Domicile
-                          ? Missatge(ctx, titol)
-                          : Missatge(ctx, 6112) + QStringLiteral(" - ") + Missatge(ctx, titol);
-    job.Destination = request.destination;
-    job.PrintFileName = request.printFileName;
-    report::Marges_Informe(job, ctx);
-    return job.Action(ctx, dialogs, output);
+    const QString title = request.kind == ListingKind::Domicile
+                              ? Missatge(ctx, titol)
+                              : Missatge(ctx, 6112) + QStringLiteral(" - ") + Missatge(ctx, titol);
+    return report::runReport(ctx, dialogs, job, output,
+                             {request.destination, request.printFileName}, title,
+                             [&](ReportJob& j) { fill(j, ctx, request.kind, request.printDate); });
 }
 
 }  // namespace

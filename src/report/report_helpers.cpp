@@ -54,4 +54,21 @@ QString reportFile(const WorkingContext& ctx, const QString& name) {
     return findFileNoCase(withTrailingSlash(ctx.resourcesDir) + QStringLiteral("reports/"), name);
 }
 
+QString textFormula(const QString& name, const QString& value) {
+    return name + QStringLiteral("= '") + value + u'\'';
+}
+
+ReportResult runReport(const WorkingContext& ctx, Dialogs& dialogs, ReportJob& job,
+                       ReportOutput* output, const PrintRequest& request,
+                       const QString& windowTitle, const std::function<void(ReportJob&)>& fill) {
+    if (!Hi_Ha_Impressora(ctx, dialogs)) return {ReportResult::Status::Cancelled, {}, 0};
+    Neteja_Informe(job);
+    fill(job);
+    job.WindowTitle = windowTitle;
+    job.Destination = request.destination;
+    job.PrintFileName = request.printFileName;
+    Marges_Informe(job, ctx);
+    return job.Action(ctx, dialogs, output);
+}
+
 }  // namespace tallora::report

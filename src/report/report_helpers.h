@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 namespace tallora::report {
 
 // What the machine can print to. Qt's own PDF printer is always there, so a machine with no
@@ -32,5 +34,21 @@ void Marges_Informe(ReportJob& job, const WorkingContext& ctx);
 // The path of layout `name`: the writable program folder's copy when there is one (so that
 // an installation may keep its own), else the installed one in <resources>/reports/.
 QString reportFile(const WorkingContext& ctx, const QString& name);
+
+// A text formula as a layout reads it: name= 'value'.
+QString textFormula(const QString& name, const QString& value);
+
+// Where a list goes: the window, the printer, or a PDF file.
+struct PrintRequest {
+    int destination = Destination::Window;
+    QString printFileName;  // with Destination::File
+};
+
+// The launch every list follows: Hi_Ha_Impressora; Neteja_Informe; `fill` (layout, data
+// files, formulas, selection); WindowTitle; Destination; Marges_Informe; Action. With no
+// printer nothing runs and the result is Cancelled.
+ReportResult runReport(const WorkingContext& ctx, Dialogs& dialogs, ReportJob& job,
+                       ReportOutput* output, const PrintRequest& request,
+                       const QString& windowTitle, const std::function<void(ReportJob&)>& fill);
 
 }  // namespace tallora::report

@@ -1,18 +1,12 @@
 #include "receipt.h"
 
 #include "context/working_context.h"
+#include "report/report_helpers.h"
 #include "schema/creation.h"
 #include "store/database.h"
 #include "store/schema_objects.h"
 
 namespace tallora::sales {
-namespace {
-
-QString formula(const QString& name, const QString& value) {
-    return name + QStringLiteral("= '") + value + u'\'';
-}
-
-}  // namespace
 
 std::optional<ReceiptFrameTexts> Mostra_Rebut(const WorkingContext& ctx,
                                               const QString& customerName,
@@ -61,11 +55,14 @@ report::ReportResult Imprimeix_Rebut(const WorkingContext& ctx, Dialogs& dialogs
     job.DataFiles[0] = ctx.exerciseFile(schema::db::FrasOut);
     // Paper with a printed header of its own gets the four formulas empty.
     const bool header = ctx.DocsFactura;
-    job.Formulas[0] = formula(QStringLiteral("nom"), header ? ctx.EmpresaNom : QString());
-    job.Formulas[1] = formula(QStringLiteral("nif"), header ? ctx.EmpresaNIF : QString());
-    job.Formulas[2] = formula(QStringLiteral("pob"),
-                              header ? ctx.EmpresaCP + u'-' + ctx.EmpresaPoblacio : QString());
-    job.Formulas[3] = formula(QStringLiteral("dom"), header ? ctx.EmpresaDomicili : QString());
+    job.Formulas[0] =
+        report::textFormula(QStringLiteral("nom"), header ? ctx.EmpresaNom : QString());
+    job.Formulas[1] =
+        report::textFormula(QStringLiteral("nif"), header ? ctx.EmpresaNIF : QString());
+    job.Formulas[2] = report::textFormula(
+        QStringLiteral("pob"), header ? ctx.EmpresaCP + u'-' + ctx.EmpresaPoblacio : QString());
+    job.Formulas[3] =
+        report::textFormula(QStringLiteral("dom"), header ? ctx.EmpresaDomicili : QString());
     job.WindowTitle = QStringLiteral("RECIBO");
     job.Destination = report::Destination::Printer;
     report::Marges_Informe(job, ctx);

@@ -26,11 +26,6 @@ void loadAccount(const WorkingContext& ctx, std::int64_t number, SaleEntry& e) {
 
 }  // namespace
 
-void refuseChangeInProgress(const WorkingContext& ctx, Dialogs& dialogs) {
-    dialogs.stop(Missatge(ctx, 657) + QStringLiteral("\n\n") + Missatge(ctx, 658) +
-                 QStringLiteral("\n\n") + Missatge(ctx, 659));
-}
-
 std::optional<LoadedSale> Modifica_Venda(const WorkingContext& ctx, const QString& number) {
     bool numeric = false;
     const std::int64_t ordre = number.trimmed().toLongLong(&numeric);

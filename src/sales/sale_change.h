@@ -3,6 +3,7 @@
 // can change it and GrabaApunt save it again (its second branch, see sale_posting.h).
 #include "sale_entry.h"
 
+#include "context/entry_fields.h"
 #include "context/fwd.h"
 
 #include <array>
@@ -20,8 +21,7 @@ struct LoadedSale {
     bool settled = false;
 };
 
-// The refusal while an entry is half typed: messages 657, 658 and 659, critical.
-void refuseChangeInProgress(const WorkingContext& ctx, Dialogs& dialogs);
+using ::tallora::refuseChangeInProgress;
 
 // Loads sale `number` of the open exercise; nothing for an empty number or one without a row.
 // The receipt's address and concept lines are loaded too, so that saving the change keeps

@@ -26,30 +26,6 @@ std::optional<bool> recargoOf(const WorkingContext& ctx, const QString& name) {
 
 }  // namespace
 
-bool isTickets(const WorkingContext& ctx) {
-    return ctx.ModeExercici == QStringLiteral("TICKETS");
-}
-
-bool isEmptyAmount(const QString& text) {
-    const QString t = text.trimmed();
-    return t.isEmpty() || t == QStringLiteral("-");
-}
-
-Money amountOf(const WorkingContext& ctx, const QString& text) {
-    if (isEmptyAmount(text)) return {};
-    return Money::parse(text, ctx.decimalMark()).value_or(Money{});
-}
-
-double doubleOf(const WorkingContext& ctx, const QString& text) {
-    return amountOf(ctx, text).toDouble();
-}
-
-QString reformat(const WorkingContext& ctx, const QString& text) {
-    if (isEmptyAmount(text)) return text;
-    const auto value = Money::parse(text, ctx.decimalMark());
-    return value ? Format_Import(ctx, *value) : text;
-}
-
 bool Verifica_Client(const WorkingContext& ctx, const QString& name) {
     return recargoOf(ctx, name).has_value();
 }
@@ -73,19 +49,6 @@ bool Existeix_Venda(const WorkingContext& ctx, std::int64_t number) {
     auto st = d.prepare(QStringLiteral("select Ordre from FrasOut where Ordre = ?"));
     st.bind(1, number);
     return st.next();
-}
-
-std::optional<QDate> Valida_Data(const WorkingContext& ctx, const QString& day,
-                                 const QString& month) {
-    bool okDay = false, okMonth = false, okYear = false;
-    const int d = day.trimmed().toInt(&okDay);
-    const int m = month.trimmed().toInt(&okMonth);
-    const int y = ctx.Exercici.toInt(&okYear);
-    if (!okDay || !okMonth || !okYear || m < 1 || m > 12 || d < 1) return std::nullopt;
-    // A day past the month's end rolls into the next month, and the month then differs.
-    const QDate date = QDate(y, m, 1).addDays(d - 1);
-    if (!date.isValid() || date.month() != m) return std::nullopt;
-    return date;
 }
 
 void Reparteix_Total(const WorkingContext& ctx, SaleEntry& e, double rate, bool clientRE) {

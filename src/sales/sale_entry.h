@@ -6,6 +6,7 @@
 // money format, and later steps read back the text, not the value that produced it: a
 // product is rounded to cents once, where a person sees it. Sums that must balance are made
 // in Money (exact); rate products (IVA, RE, IRPF) in double.
+#include "context/entry_fields.h"
 #include "context/fwd.h"
 #include "context/money.h"
 
@@ -26,6 +27,14 @@ struct SalesAccount {
     std::int64_t Compte = 0;
     QString NomCompte;
 };
+
+// The helpers of every posting screen's fields (context/entry_fields.h).
+using ::tallora::amountOf;
+using ::tallora::doubleOf;
+using ::tallora::isEmptyAmount;
+using ::tallora::isTickets;
+using ::tallora::reformat;
+using ::tallora::Valida_Data;
 
 struct SaleEntry {
     QString lblOrdre;  // number of a posted sale being changed; empty for a new entry
@@ -61,25 +70,11 @@ struct SaleEntry {
     bool isNew() const { return lblOrdre.isEmpty(); }
 };
 
-// "TICKETS": a shop that books its daily takings, with no customer.
-bool isTickets(const WorkingContext& ctx);
-
-// An amount field read as the screen shows it; empty, "-" or anything unreadable is 0.
-Money amountOf(const WorkingContext& ctx, const QString& text);
-double doubleOf(const WorkingContext& ctx, const QString& text);
-// True for a field that counts as empty: "" or "-".
-bool isEmptyAmount(const QString& text);
-
 // Look-ups of the screen (gest.mdb, Comptes.mdb, FrasOUT.mdb of the open exercise).
 bool Verifica_Client(const WorkingContext& ctx, const QString& name);
 bool Client_RE(const WorkingContext& ctx, const QString& name);
 std::optional<SalesAccount> Verifica_compte_venda(const WorkingContext& ctx, const QString& name);
 bool Existeix_Venda(const WorkingContext& ctx, std::int64_t number);
-
-// The date of day/month in the exercise's year; nothing when it is no date or the day rolled
-// into another month (31/02).
-std::optional<QDate> Valida_Data(const WorkingContext& ctx, const QString& day,
-                                 const QString& month);
 
 // Splits a typed total by `rate` (percent) into base and quotas. Acts only on a new entry;
 // `clientRE` is Client_RE of the customer. The total itself is not changed.
@@ -96,8 +91,5 @@ bool baseTyped(const WorkingContext& ctx, SaleEntry& entry, int index);
 // The IRPF amount of base x percent / 100 in money format; empty when the base is not an
 // amount.
 QString irpfOf(const WorkingContext& ctx, const QString& base, const QString& percent);
-
-// The money format of an amount text; "" and "-" stay as they are.
-QString reformat(const WorkingContext& ctx, const QString& text);
 
 }  // namespace tallora::sales

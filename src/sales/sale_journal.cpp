@@ -7,58 +7,15 @@
 namespace tallora::sales {
 namespace {
 
-struct Modify {
-    const char* kind;
-    const char* caption;
-};
-constexpr Modify kModify[] = {{"modificar", "MODIFICAR"},
-                              {"Bor-modificar", "MODIFICAR (BOR)"},
-                              {"Pro-modificar", "MODIFICAR (PRO)"},
-                              {"Pre-modificar", "MODIFICAR (PRE)"},
-                              {"Alb-modificar", "MODIFICAR (ALB)"}};
-
-class Rows {
-public:
-    void add(const QString& kind, const QString& text = {}) { rows_.push_back({kind, text, 0}); }
-    void amount(const QString& text, Money value) {
-        add(value > Money{} ? journal::ImportVerd : journal::ImportVermell, text);
-    }
-    std::vector<JournalRow> take() { return std::move(rows_); }
-    void push(JournalRow row) { rows_.push_back(std::move(row)); }
-
-private:
-    std::vector<JournalRow> rows_;
-};
-
 QString rateCaption(double rate) {
     return QString::number(rate) + QStringLiteral(" %");
 }
 
 }  // namespace
 
-QString modifyCaption(const QString& kind) {
-    for (const Modify& m : kModify)
-        if (kind == QLatin1String(m.kind)) return QString::fromLatin1(m.caption);
-    return {};
-}
-
-bool JournalRow::opensChange() const {
-    return !modifyCaption(kind).isEmpty();
-}
-
-std::vector<JournalRow> journalTitle(const WorkingContext& ctx, const QDateTime& now) {
-    Rows rows;
-    rows.add(journal::Titol, Missatge(ctx, 614));
-    rows.add(journal::Titol, Missatge(ctx, 621) + now.toString(QStringLiteral("dd/MM/yy")) +
-                                 QStringLiteral("   Hora: ") +
-                                 now.toString(QStringLiteral("hh:mm:ss")));
-    rows.add(journal::Blank);
-    return rows.take();
-}
-
 std::vector<JournalRow> Diari_Apunt(const WorkingContext& ctx, const SaleEntry& e,
                                     const JournalPosting& p) {
-    Rows rows;
+    JournalRows rows;
     rows.add(journal::Start, Missatge(ctx, p.change ? 651 : 649));
     rows.add(journal::Desc, Missatge(ctx, 650) + e.lblFecha);
     rows.add(journal::Desc, e.txtClient);
@@ -88,28 +45,9 @@ std::vector<JournalRow> Diari_Apunt(const WorkingContext& ctx, const SaleEntry& 
         if (re != Money{}) rows.amount(QStringLiteral("R.E. ") + Format_Import(ctx, re), re);
         rows.add(journal::Blank);
     }
-    if (e.Exempta != Money{})
-        rows.amount(QStringLiteral(" BASE IVA NO APLICABLE: ") + Format_Import(ctx, e.Exempta),
-                    e.Exempta);
-    const Money withholding = amountOf(ctx, e.txtRetencio);
-    if (withholding != Money{})
-        rows.amount(QStringLiteral("BASE IRPF: ") + Format_Import(ctx, amountOf(ctx, e.txtBaseIRPF)) +
-                        QStringLiteral(" ") + e.Text1 + QStringLiteral("% ") + Missatge(ctx, 653) +
-                        QStringLiteral(": ") + Format_Import(ctx, withholding),
-                    withholding);
-    const Money total = amountOf(ctx, e.txtTotal);
-    rows.amount(QStringLiteral("TOTAL: ") + Format_Import(ctx, total), total);
-    if (p.affected != 1) {
-        rows.add(journal::Blank);
-        rows.add(journal::ResultadoNO, Missatge(ctx, 655));
-        rows.add(journal::ResultadoNO, Missatge(ctx, 656));
-    } else {
-        rows.push({p.type.modifyKind, modifyCaption(p.type.modifyKind), p.ordre});
-        rows.add(journal::Blank);
-        rows.add(journal::ResultadoSI, Missatge(ctx, 654));
-        rows.add(journal::Final, QString(40, QChar(0x00B7)));
-        rows.add(journal::Blank);
-    }
+    rows.closingAmounts(ctx, e.Exempta, amountOf(ctx, e.txtBaseIRPF), e.Text1,
+                        amountOf(ctx, e.txtRetencio), amountOf(ctx, e.txtTotal));
+    rows.result(ctx, p.affected, p.ordre, p.type.modifyKind);
     return rows.take();
 }
 

@@ -3,6 +3,7 @@
 // since the screen opened. The logic gives the rows; the screen paints them by kind.
 #include "sale_entry.h"
 
+#include "context/day_log.h"
 #include "context/fwd.h"
 
 #include <QDateTime>
@@ -13,40 +14,17 @@
 
 namespace tallora::sales {
 
-// Row kinds, as Escriu_Diari knows them.
-namespace journal {
-inline const QString Titol = QStringLiteral("titol");
-inline const QString Desc = QStringLiteral("desc");
-inline const QString Blank = QStringLiteral("blank");
-inline const QString Final = QStringLiteral("final");
-inline const QString Start = QStringLiteral("START");
-inline const QString ImportVermell = QStringLiteral("IMPORT_VERMELL");  // negative or zero
-inline const QString ImportVerd = QStringLiteral("IMPORT_VERD");        // positive
-inline const QString ResultadoSI = QStringLiteral("resultadoSI");
-inline const QString ResultadoNO = QStringLiteral("resultadoNO");
-inline const QString Modificar = QStringLiteral("modificar");
-}  // namespace journal
-
-struct JournalRow {
-    QString kind;
-    QString text;
-    // The invoice number behind a "modificar" row; 0 elsewhere.
-    std::int64_t number = 0;
-    // A "modificar" kind: a double click reopens the document.
-    bool opensChange() const;
-};
+// The day log's rows and kinds are those of every posting screen.
+namespace journal = ::tallora::journal;
+using ::tallora::JournalRow;
+using ::tallora::journalTitle;
+using ::tallora::modifyCaption;
 
 // The document type of the entry as the journal names it and reopens it.
 struct JournalType {
     QString caption = QStringLiteral("(Factura)");
     QString modifyKind = journal::Modificar;
 };
-
-// The kinds that reopen a document, with the text of their row.
-QString modifyCaption(const QString& kind);
-
-// The title written when the screen opens: message 614, then the date and the time.
-std::vector<JournalRow> journalTitle(const WorkingContext& ctx, const QDateTime& now);
 
 struct JournalPosting {
     std::int64_t ordre = 0;

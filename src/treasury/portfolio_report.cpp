@@ -9,10 +9,6 @@
 namespace tallora::treasury {
 namespace {
 
-QString formula(const QString& name, const QString& value) {
-    return name + QStringLiteral("= '") + value + u'\'';
-}
-
 // 6688 "Clientes" or 6689 "Proveedores".
 QString tabName(const WorkingContext& ctx, Tab tab) {
     return Missatge(ctx, tab == Tab::Clientes ? 6688 : 6689);
@@ -46,7 +42,7 @@ void fillPortfolioReport(report::ReportJob& job, const WorkingContext& ctx,
     };
     int i = 0;
     for (const auto& [name, value] : formulas)
-        job.Formulas[i++] = formula(QString::fromLatin1(name), value);
+        job.Formulas[i++] = report::textFormula(QString::fromLatin1(name), value);
     // Ties keep the order of the table, as the grid's do.
     job.SortFields = {print.filter.orden == Orden::Fecha ? QStringLiteral("+{cartera.data}")
                                                          : QStringLiteral("+{cartera.vencimiento}"),

@@ -60,7 +60,7 @@ W* child(QWidget* form, const char* name) {
 QString text(QWidget* form, const char* name) {
     return child<QLineEdit>(form, name)->text();
 }
-QStringList journal(FormVendes& form) {
+QStringList journalLines(FormVendes& form) {
     return listTexts(child<QListWidget>(&form, "ListRegistres"));
 }
 
@@ -173,7 +173,7 @@ void FormVendesTest::noTreasury() {
                          "1|2026-03-15|700|Ventas|7000001|Ventas mercaderias|0||0"});
     QCOMPARE(SalesScreen::rows(x.exerciseFile("tesorer.mdb"), "select * from movimientos"),
              QStringList{});
-    const QStringList lines = journal(form);
+    const QStringList lines = journalLines(form);
     QVERIFY(lines.contains(x.M(649)));
     QVERIFY(lines.contains("BASE: 21 % 95,88"));
     QVERIFY(lines.contains("TOTAL: 121,00"));
@@ -206,7 +206,7 @@ void FormVendesTest::treasuryPending() {
              QStringList{"2026-03-15|1|Out|2026|1|2420000|0|1|" + today});
     QCOMPARE(SalesScreen::rows(x.exerciseFile("tesorer.mdb"), "select * from movimientos"),
              QStringList{});
-    QVERIFY(journal(form).contains(x.M(6676)));
+    QVERIFY(journalLines(form).contains(x.M(6676)));
     expectFresh(form, x);
 }
 
@@ -236,7 +236,7 @@ void FormVendesTest::treasuryCollected() {
              QStringList{"2026-03-15|2|1|0|1|N/Fra. 1|1100000|0"});
     QCOMPARE(SalesScreen::rows(x.companyFile("cartera.mdb"), "select * from cartera"),
              QStringList{});
-    QVERIFY(journal(form).contains(x.M(6677) + "Banco Sabadell"));
+    QVERIFY(journalLines(form).contains(x.M(6677) + "Banco Sabadell"));
     expectFresh(form, x);
 }
 
@@ -254,7 +254,7 @@ void FormVendesTest::ticketsPostFromTheTotal() {
              QStringList{"3505000|1|0|0|0|0|210000|0|52000|0|0|100000|0|14000|0|0|40000|0|5000|0|"
                          "0|" + x.M(639) + "|||||||||1|2026-03-15|700|Ventas|7000001|"
                          "Ventas mercaderias|0||0"});
-    QVERIFY(journal(form).contains(" BASE IVA NO APLICABLE: 350,50"));
+    QVERIFY(journalLines(form).contains(" BASE IVA NO APLICABLE: 350,50"));
     expectFresh(form, x);
 }
 
@@ -282,7 +282,7 @@ void FormVendesTest::refusalsKeepTheEntry() {
     press(&form, Qt::Key_Plus, Qt::KeypadModifier);
     QVERIFY2(x.dialogs.shown().empty(), qPrintable(x.dialogs.lastText()));
     QCOMPARE(x.sales("TOTAL, Base1, Iva1"), QStringList{"1210000|1000000|209900"});
-    QVERIFY(journal(form).contains(" BASE IVA NO APLICABLE: 0,01"));
+    QVERIFY(journalLines(form).contains(" BASE IVA NO APLICABLE: 0,01"));
 }
 
 void FormVendesTest::monthProposalAndDateCheck() {
@@ -354,7 +354,7 @@ void FormVendesTest::changeFromTheJournal() {
              QStringList{});
     QCOMPARE(SalesScreen::rows(x.exerciseFile("tesorer.mdb"), "select FrasOut, D from movimientos"),
              QStringList{"1|1210000"});
-    QVERIFY(journal(form).contains(x.M(651)));
+    QVERIFY(journalLines(form).contains(x.M(651)));
     QVERIFY(form.isVisible());  // a change from the journal stays on the screen
     expectFresh(form, x);
 }

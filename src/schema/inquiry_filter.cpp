@@ -1,0 +1,50 @@
+#include "inquiry_filter.h"
+
+#include "context/working_context.h"
+#include "store/database.h"
+
+#include <stdexcept>
+
+namespace tallora::schema {
+namespace {
+
+QString isoDate(const QDate& date) {
+    return store::quoteLiteral(date.toString(QStringLiteral("yyyy-MM-dd")));
+}
+
+}  // namespace
+
+QString equalsText(const QString& column, const QString& value) {
+    return column + QStringLiteral(" = ") + store::quoteLiteral(value);
+}
+
+void appendDateAmount(QStringList& conditions, const WorkingContext& ctx,
+                      const DateAmountFilter& f) {
+    const int year = ctx.Exercici.toInt();
+    const bool from = f.from.isValid() && f.from != QDate(year, 1, 1);
+    const bool to = f.to.isValid() && f.to != QDate(year, 12, 31);
+    if (from && to)
+        conditions << QStringLiteral("data between %1 and %2").arg(isoDate(f.from), isoDate(f.to));
+    else if (from)
+        conditions << QStringLiteral("data >= %1").arg(isoDate(f.from));
+    else if (to)
+        conditions << QStringLiteral("data <= %1").arg(isoDate(f.to));
+
+    const QString typed = f.import.trimmed();
+    if (typed.isEmpty() || typed == QStringLiteral("-")) return;
+    const QString op = f.operacio.isEmpty() ? QStringLiteral("=") : f.operacio;
+    if (!QStringList{"=", "<>", "<=", ">="}.contains(op))
+        throw std::invalid_argument("operator outside =, <>, <=, >=");
+    QString amount = typed;
+    amount.replace(u',', u'.');
+    // Currency is kept in ten-thousandths; the text reads as a number up to its first fault.
+    conditions << QStringLiteral("total %1 round(cast(%2 as real) * 10000)")
+                      .arg(op, store::quoteLiteral(amount));
+}
+
+QString whereClause(const QStringList& conditions) {
+    if (conditions.isEmpty()) return {};
+    return QStringLiteral(" where ") + conditions.join(QStringLiteral(" and "));
+}
+
+}  // namespace tallora::schema

@@ -1,0 +1,36 @@
+#pragma once
+// The conditions of the inquiry screens' searches, which are stored as a view (SelFras) and
+// so must carry their values in the SQL text: every value goes in through SQLite's own
+// quoting, never pasted.
+#include "context/fwd.h"
+
+#include <QDate>
+#include <QString>
+#include <QStringList>
+
+namespace tallora::schema {
+
+// The date and amount filters that every inquiry shares.
+struct DateAmountFilter {
+    // Dtdata1, Dtdata2. A date at 1 January or 31 December of the exercise (or none) counts as
+    // no condition.
+    QDate from, to;
+    // cmbOperacio: "=", "<>", "<=", ">=", or blank for "=".
+    QString operacio;
+    // txtImport as typed; blank or "-" is no condition. Its commas become points and nothing
+    // else is touched, so a typed grouping dot passes through and reads as a decimal point.
+    QString import;
+};
+
+// "column = 'value'", the value quoted.
+QString equalsText(const QString& column, const QString& value);
+
+// Appends the conditions of `filter` on the columns data and total (a Currency column).
+// Throws std::invalid_argument for an operator outside the list.
+void appendDateAmount(QStringList& conditions, const WorkingContext& ctx,
+                      const DateAmountFilter& filter);
+
+// " where a and b ...", or nothing for no condition.
+QString whereClause(const QStringList& conditions);
+
+}  // namespace tallora::schema
