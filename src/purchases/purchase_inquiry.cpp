@@ -1,0 +1,178 @@
+#include "purchase_inquiry.h"
+
+#include "context/common_helpers.h"
+#include "context/entry_fields.h"
+#include "context/messages.h"
+#include "context/working_context.h"
+#include "purchase_entry.h"
+#include "schema/creation.h"
+#include "schema/lookups.h"
+#include "store/database.h"
+#include "store/schema_objects.h"
+
+namespace tallora::purchases {
+namespace {
+
+using store::Database;
+
+QString orderBy(PurchaseOrder order) {
+    switch (order) {
+        case PurchaseOrder::Id:
+            return QStringLiteral(" order by Ordre asc");
+        case PurchaseOrder::Data:
+            return QStringLiteral(" order by data asc, Ordre asc");
+        case PurchaseOrder::Natur:
+            return QStringLiteral(" order by nomcompte asc, data asc, Ordre asc");
+        case PurchaseOrder::Prov:
+            return QStringLiteral(" order by nomproveidor asc, data asc, Ordre asc");
+        case PurchaseOrder::Import:
+            return QStringLiteral(" order by total asc, data asc, Ordre asc");
+    }
+    return {};
+}
+
+QString rateText(double rate, QChar mark) {
+    return QString::number(rate).replace(u'.', mark) + QLatin1Char('%');
+}
+
+}  // namespace
+
+QStringList OMPLE_LLISTA_Proveidors(const WorkingContext& ctx) {
+    QStringList names;
+    Database db = Database::open(ctx.exerciseFile(schema::db::Gest));
+    auto st = db.prepare(QStringLiteral("select nom, proveidor from proveidors order by nom asc"));
+    while (st.next()) names << st.text(0);
+    return names;
+}
+
+QStringList OMPLE_LLISTA_Comptes(const WorkingContext& ctx) {
+    QStringList names;
+    Database db = Database::open(ctx.exerciseFile(schema::db::Comptes));
+    bool first = true;
+    for (const char* table :
+         {"Compres", "Serveis", "Personal", "Tributs", "Amortitzacions", "Inversions"}) {
+        if (!first) names << kAccountSeparator;
+        first = false;
+        auto st =
+            db.prepare(QStringLiteral("select NomCompte, Compte from %1 order by NomCompte asc")
+                           .arg(QLatin1String(table)));
+        while (st.next()) names << st.text(0);
+    }
+    return names;
+}
+
+QString selectionSql(const WorkingContext& ctx, const PurchaseFilter& f) {
+    QStringList conditions;
+    if (!f.supplier.isEmpty())
+        conditions << schema::equalsText(QStringLiteral("nomproveidor"), f.supplier);
+    if (!f.account.isEmpty())
+        conditions << schema::equalsText(QStringLiteral("NomCompte"), f.account);
+    schema::appendDateAmount(conditions, ctx, f.range);
+    return QStringLiteral("select * from FrasIN") + schema::whereClause(conditions) +
+           orderBy(f.order);
+}
+
+PurchaseSearch Buscar(const WorkingContext& ctx, const PurchaseFilter& filter) {
+    Database db = Database::open(ctx.exerciseFile(schema::db::FrasIn));
+    // It does not exist on first use.
+    try {
+        store::dropQuery(db, QStringLiteral("selfras"));
+    } catch (const store::StoreError&) {
+    }
+    store::createQuery(db, QStringLiteral("SelFras"), selectionSql(ctx, filter));
+    PurchaseSearch search;
+    auto st = db.prepare(QStringLiteral(
+        "select Ordre, data, NomProveidor, NomCompte, descripcio, TOTAL from SelFras"));
+    while (st.next()) {
+        PurchaseRow row{st.int64(0), st.date(1), st.text(2), st.text(3), st.text(4), st.money(5)};
+        search.total += row.total;
+        search.rows.push_back(std::move(row));
+    }
+    return search;
+}
+
+QString deleteQuestion(const WorkingContext& ctx, std::int64_t ordre, const QString& descripcio) {
+    return Missatge(ctx, 815) + QStringLiteral("\n(") + QString::number(ordre) +
+           QStringLiteral(") ") + descripcio;
+}
+
+bool Esborra_Compra(const WorkingContext& ctx, std::int64_t ordre) {
+    Database db = Database::open(ctx.exerciseFile(schema::db::FrasIn));
+    if (ctx.Tesoreria) {
+        db.attach(ctx.exerciseFile(schema::db::Tesorer), QStringLiteral("tesorer"));
+        db.attach(ctx.companyFile(schema::db::Cartera), QStringLiteral("cartera"));
+    }
+    store::Transaction tx(db, store::Transaction::Kind::Immediate);
+    const int deleted =
+        db.prepare(QStringLiteral("delete from FrasIN where Ordre = ?")).bind(1, ordre).execute();
+    if (ctx.Tesoreria) {
+        db.prepare(
+              QStringLiteral("delete from tesorer.movimientos where FrasIn = ? and FrasIn <> 0"))
+            .bind(1, ordre)
+            .execute();
+        // Receipts of the exercise only: FrasIN numbers restart each year.
+        db.prepare(QStringLiteral("delete from cartera.cartera where FrasIn = ? and FrasIn <> 0 "
+                                  "and Ejercicio = ?"))
+            .bind(1, ordre)
+            .bind(2, ctx.Exercici)
+            .execute();
+    }
+    tx.commit();
+    return deleted > 0;
+}
+
+std::optional<PurchaseDetail> Mes_FraIN(const WorkingContext& ctx, std::int64_t ordre) {
+    Database db = Database::open(ctx.exerciseFile(schema::db::FrasIn));
+    auto st = db.prepare(QStringLiteral("select * from FrasIN where Ordre = ?"));
+    st.bind(1, ordre);
+    if (!st.next()) return std::nullopt;
+    const auto col = [&](const char* name) { return st.columnIndex(QString::fromLatin1(name)); };
+    const auto text = [&](const char* name) { return st.text(col(name)); };
+    const auto amount = [&](const char* name) { return Format_Import(ctx, st.money(col(name))); };
+    PurchaseDetail d;
+    d.lblMesID = QStringLiteral("ID: ") + QString::number(ordre);
+    d.lblMesClient = text("NomProveidor");
+    d.lblMesNIF = schema::NIF_Proveidor(ctx, QString::number(st.int64(col("Proveidor"))));
+    d.lblMesGrup = QString::number(st.int64(col("Grup"))) + QStringLiteral(" - ") + text("NomGrup");
+    d.lblMesCompte =
+        QString::number(st.int64(col("Compte"))) + QStringLiteral(" - ") + text("NomCompte");
+    d.lblMesDescripcio = QStringLiteral("FACTURA: ") + text("descripcio");
+    if (isTickets(ctx)) {
+        d.MesGrid.push_back({Missatge(ctx, 231), amount("Exempta"), QString()});
+    } else {
+        static const char* const rates[] = {"TipusIva1", "TipusIva2", "TipusIva3", "TipusIva4"};
+        static const char* const bases[] = {"Base1", "Base2", "Base3", "Base4"};
+        static const char* const ivas[] = {"Iva1", "Iva2", "Iva3", "Iva4"};
+        for (std::size_t i = 0; i < 4; ++i)
+            d.MesGrid.push_back({rateText(st.money(col(rates[i])).toDouble(), ctx.decimalMark()),
+                                 amount(bases[i]), amount(ivas[i])});
+        d.MesGrid.push_back({QStringLiteral("0%"), amount("Exempta"), QStringLiteral("0,00")});
+    }
+    d.MesGridIRPF = {rateText(st.money(col("TipusIRPF")).toDouble(), ctx.decimalMark()),
+                     amount("BaseIRPF"), amount("Retencio")};
+    d.lblMesTotal = QStringLiteral("TOTAL: ") + amount("TOTAL");
+    if (ctx.Tesoreria) {
+        const bool paid = st.boolean(col("Pagada"));
+        Database tesorer = Database::open(ctx.exerciseFile(schema::db::Tesorer));
+        auto movement =
+            tesorer.prepare(QStringLiteral("select entidad from movimientos where FrasIn = ?"));
+        movement.bind(1, ordre);
+        const bool moved = movement.next();
+        const QString account =
+            moved ? schema::Nom_Entitat(ctx, QString::number(movement.int64(0))) : QString();
+        Database cartera = Database::open(ctx.companyFile(schema::db::Cartera));
+        auto receipt = cartera.prepare(
+            QStringLiteral("select Id from cartera where FrasIn = ? and Ejercicio = ?"));
+        receipt.bind(1, ordre).bind(2, ctx.Exercici);
+        const bool pending = receipt.next();
+        if (pending && moved)
+            d.lblMesPagada = Missatge(ctx, 6705) + account;
+        else if (!pending && paid)
+            d.lblMesPagada = Missatge(ctx, 6677) + account;
+        else
+            d.lblMesPagada = Missatge(ctx, 6676);
+    }
+    return d;
+}
+
+}  // namespace tallora::purchases
