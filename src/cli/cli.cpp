@@ -51,6 +51,21 @@ QStringList saleOptions() {
         .split(u' ');
 }
 
+// The fields of the purchases screen; a change takes them all but the rate of the split.
+QStringList purchaseOptions() {
+    return QStringLiteral(
+               "group day month supplier account description series total irpf-base "
+               "irpf-percent base1 base2 base3 base4 iva1 iva2 iva3 iva4 treasury-account due "
+               "classification")
+        .split(u' ');
+}
+QStringList provisionOptions() {
+    return {"day", "month", "description", "total", "treasury-account"};
+}
+QStringList inquiryOptions() {
+    return {"from", "to", "operator", "amount", "order"};
+}
+
 const std::vector<Command>& commands() {
     static const std::vector<Command> table{
         {"units", "", 0, 0, {}, unitsCommand},
@@ -114,6 +129,28 @@ const std::vector<Command>& commands() {
         {"portfolio", "NIF8 YYYY", 2, 2, {"suppliers", "party", "order"}, portfolioCommand},
         {"post-sale", "NIF8 YYYY", 2, 2, saleOptions() << "rate", postSaleCommand},
         {"change-sale", "NIF8 YYYY NUMBER", 3, 3, saleOptions() << "pending", changeSaleCommand},
+        {"post-purchase", "NIF8 YYYY", 2, 2, purchaseOptions() << "rate", postPurchaseCommand},
+        {"change-purchase", "NIF8 YYYY NUMBER", 3, 3, purchaseOptions() << "pending",
+         changePurchaseCommand},
+        {"purchases", "NIF8 YYYY", 2, 2,
+         inquiryOptions() << "supplier"
+                          << "account",
+         purchasesCommand},
+        {"purchase-remove", "NIF8 YYYY NUMBER", 3, 3, {}, purchaseRemoveCommand},
+        {"post-provision", "NIF8 YYYY", 2, 2, provisionOptions() << "customer",
+         postProvisionCommand},
+        {"post-disbursement", "NIF8 YYYY", 2, 2, provisionOptions() << "supplier",
+         postDisbursementCommand},
+        {"change-provision", "NIF8 YYYY NUMBER", 3, 3,
+         provisionOptions() << "kind"
+                            << "customer"
+                            << "supplier",
+         changeProvisionCommand},
+        {"provisions", "NIF8 YYYY", 2, 2,
+         inquiryOptions() << "party"
+                          << "kind",
+         provisionsCommand},
+        {"provision-remove", "NIF8 YYYY NUMBER", 3, 3, {}, provisionRemoveCommand},
     };
     return table;
 }

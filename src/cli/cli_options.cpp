@@ -31,6 +31,10 @@ const std::map<QString, bool>& knownOptions() {
                             "classification concept1 concept2 concept3 concept4 concept5")
                  .split(u' '))
             o.emplace(field, true);
+        // The purchases and provisions screens, and the inquiries' filters.
+        for (const QString& field :
+             QStringLiteral("supplier base4 iva4 from to operator amount").split(u' '))
+            o.emplace(field, true);
         o.emplace(QStringLiteral("pending"), false);
         o.emplace(QStringLiteral("no-treasury"), false);
         return o;

@@ -67,6 +67,19 @@ int portfolioCommand(Session& s, const CliOptions& o);
 int postSaleCommand(Session& s, const CliOptions& o);
 int changeSaleCommand(Session& s, const CliOptions& o);
 
+// purchase_commands.cpp
+int postPurchaseCommand(Session& s, const CliOptions& o);
+int changePurchaseCommand(Session& s, const CliOptions& o);
+int purchasesCommand(Session& s, const CliOptions& o);
+int purchaseRemoveCommand(Session& s, const CliOptions& o);
+
+// provision_commands.cpp
+int postProvisionCommand(Session& s, const CliOptions& o);
+int postDisbursementCommand(Session& s, const CliOptions& o);
+int changeProvisionCommand(Session& s, const CliOptions& o);
+int provisionsCommand(Session& s, const CliOptions& o);
+int provisionRemoveCommand(Session& s, const CliOptions& o);
+
 // maintenance_commands.cpp
 int repairCommand(Session& s, const CliOptions& o);
 int compactCommand(Session& s, const CliOptions& o);

@@ -4,17 +4,15 @@
 #include "context/messages.h"
 #include "context/month_lock.h"
 #include "context/working_context.h"
+#include "entry_common.h"
 #include "master/accounts.h"
 #include "master/customers.h"
-#include "master/treasury_accounts.h"
 #include "master_common.h"
 #include "sales/sale_change.h"
 #include "sales/sale_entry.h"
 #include "sales/sale_journal.h"
 #include "sales/sale_posting.h"
 #include "sales/sale_validation.h"
-
-#include <QRegularExpression>
 
 #include <optional>
 
@@ -24,53 +22,10 @@ namespace {
 using sales::SaleEntry;
 
 const QString kOtros = QStringLiteral("otros");
-const QString kDateFormat = QStringLiteral("dd/MM/yyyy");
-
-// The screen tells the faults of an entry with the information icon and keeps the entry
-// open; here nothing stays open, so they are refusals and go where every refusal goes.
-class EntryDialogs : public Dialogs {
-public:
-    explicit EntryDialogs(Dialogs& inner) : inner_(inner) {}
-    void information(const QString& text, const QString& title) override {
-        inner_.stop(text, title);
-    }
-    void stop(const QString& text, const QString& title) override { inner_.stop(text, title); }
-    Answer yesNo(const QString& text, const QString& title) override {
-        return inner_.yesNo(text, title);
-    }
-    Answer okCancel(const QString& text, const QString& title, Icon icon) override {
-        return inner_.okCancel(text, title, icon);
-    }
-    void beep() override { inner_.beep(); }
-
-private:
-    Dialogs& inner_;
-};
-
-QString optionName(const char* prefix, std::size_t i) {
-    return QString::fromLatin1(prefix) + QString::number(i + 1);
-}
-
-// Day and month fields take at most two digits, or stay blank; what they hold is judged by
-// the date check.
-void checkDayMonth(const CliOptions& o, const QString& option) {
-    static const QRegularExpression digits(QStringLiteral("^[0-9]{0,2}$"));
-    if (o.given(option) && !digits.match(o.value(option)).hasMatch())
-        throw UsageError{
-            QStringLiteral("--%1: \"%2\" is not one or two digits").arg(option, o.value(option))};
-}
-
-QDate dueArgument(const QString& text) {
-    const QDate date = QDate::fromString(text, kDateFormat);
-    if (!date.isValid())
-        throw UsageError{QStringLiteral("--due: \"%1\" is not a date DD/MM/YYYY").arg(text)};
-    return date;
-}
 
 // Every word checked before anything is opened.
 void checkWords(const CliOptions& o) {
-    checkDayMonth(o, QStringLiteral("day"));
-    checkDayMonth(o, QStringLiteral("month"));
+    checkDayMonth(o);
     QStringList amounts{"total", "irpf-base", "irpf-amount"};
     for (std::size_t i = 0; i < 3; ++i)
         amounts << optionName("base", i) << optionName("iva", i) << optionName("re", i);
@@ -89,12 +44,6 @@ void checkWords(const CliOptions& o) {
                        {"intra", "canarias"});
     if (o.given(QStringLiteral("treasury-account")) && o.flags.contains(QStringLiteral("pending")))
         throw UsageError{QStringLiteral("--treasury-account and --pending exclude each other")};
-}
-
-// A percent or rate as its field holds it: the program's decimal mark.
-QString percentField(const WorkingContext& ctx, const QString& typed) {
-    QString text = typed;
-    return text.replace(u',', ctx.decimalMark()).replace(u'.', ctx.decimalMark());
 }
 
 // What an exercise, a company or the billing module leave out of the screen.
@@ -129,21 +78,6 @@ bool fieldsExist(Session& s, const CliOptions& o) {
             return false;
         }
     return true;
-}
-
-// Enter in txtMes: the date of day and month, then the month lock (messages 619 and 622).
-// An entry without day or month is left to the validation, which names what is missing.
-bool dateChecked(const WorkingContext& ctx, Dialogs& dialogs, SaleEntry& e) {
-    if (e.txtDia.isEmpty() || e.txtMes.isEmpty()) return true;
-    const auto date = sales::Valida_Data(ctx, e.txtDia, e.txtMes);
-    if (!date) {
-        dialogs.information(Missatge(ctx, 619));
-        return false;
-    }
-    e.lblFecha = date->toString(kDateFormat);
-    if (!Mes_Bloquejat(ctx, date->month())) return true;
-    dialogs.information(Missatge(ctx, 622));
-    return false;
 }
 
 // The customer taken from the list: the name found without regard to case gives the row's
@@ -236,22 +170,8 @@ bool takeAmounts(Session& s, const CliOptions& o, SaleEntry& e) {
     return true;
 }
 
-// ListEntitats: the treasury account that collected the sale, or none for a pending one.
 bool takeTreasury(Session& s, const CliOptions& o, SaleEntry& e) {
-    if (o.flags.contains(QStringLiteral("pending"))) {
-        e.entitat.clear();
-        e.entitatId.reset();
-    }
-    if (o.given(QStringLiteral("treasury-account"))) {
-        const QString name = o.value(QStringLiteral("treasury-account"));
-        const auto account = master::treasuryAccountByName(s.ctx, name);
-        if (!account) {
-            noSuchRecord(s, QStringLiteral("treasury account"), name);
-            return false;
-        }
-        e.entitat = account->entidad;
-        e.entitatId = account->id.toLongLong();
-    }
+    if (!takeTreasuryAccount(s, o, e.entitat, e.entitatId)) return false;
     if (o.given(QStringLiteral("due"))) e.venciment = dueArgument(o.value(QStringLiteral("due")));
     return true;
 }
@@ -266,19 +186,13 @@ void takeTexts(const Session& s, const CliOptions& o, SaleEntry& e) {
         if (o.given(optionName("concept", i))) e.concepte[i] = o.value(optionName("concept", i));
 }
 
-// Prints the journal of a posting, one row a line; a row that reopens the sale carries its
-// number.
-void printJournal(Session& s, const SaleEntry& e, const sales::PostingResult& result) {
+void printSaleJournal(Session& s, const SaleEntry& e, const sales::PostingResult& result) {
     sales::JournalPosting posting;
     posting.ordre = result.ordre;
     posting.affected = result.affected;
     posting.change = !e.isNew();
     posting.classification = s.ctx.Intra;
-    for (const sales::JournalRow& row : sales::Diari_Apunt(s.ctx, e, posting)) {
-        s.out << row.text;
-        if (row.opensChange()) s.out << ' ' << row.number;
-        s.out << '\n';
-    }
+    printJournal(s, sales::Diari_Apunt(s.ctx, e, posting));
 }
 
 // The entry typed, verified and written: the screen's steps in its order.
@@ -286,7 +200,7 @@ int post(Session& s, const CliOptions& o, SaleEntry& e) {
     EntryDialogs dialogs(s.dialogs);
     takeText(o, "day", e.txtDia);
     takeText(o, "month", e.txtMes);
-    if (!dateChecked(s.ctx, dialogs, e)) return kRefused;
+    if (!dateChecked(s.ctx, dialogs, e.txtDia, e.txtMes, e.lblFecha)) return kRefused;
     if (o.given(QStringLiteral("customer")))
         takeCustomer(s.ctx, o.value(QStringLiteral("customer")), e);
     if (o.given(QStringLiteral("account")))
@@ -300,7 +214,7 @@ int post(Session& s, const CliOptions& o, SaleEntry& e) {
     if (!verdict.ok) return kRefused;
     const sales::PostingResult result = sales::GrabaApunt(s.ctx, e, *verdict.account);
     if (!result.error.isEmpty()) s.err << result.error << '\n';
-    printJournal(s, e, result);
+    printSaleJournal(s, e, result);
     return s.finish(result.ok());
 }
 

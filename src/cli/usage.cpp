@@ -144,6 +144,59 @@ documents with lines). Amounts as above; --day and --month are one or two digits
                       total from the bases, as the screen does. --pending leaves it to
                       collect again. A sale settled in a collection run keeps its
                       treasury rows and takes neither --treasury-account nor --pending.
+Purchases, as the purchases screen enters them. Amounts as above.
+  post-purchase NIF8 YYYY --group GROUP --day D [--month M] --supplier NAME --account NAME
+                  --total AMOUNT [--description TEXT] [--series /Abon|/Rect]
+                  [--rate R|otros] [--irpf-base AMOUNT] [--irpf-percent P]
+                  [--base1 AMOUNT ... --base4 AMOUNT] [--iva1 AMOUNT ... --iva4 AMOUNT]
+                  [--treasury-account NAME] [--due DD/MM/YYYY]
+                  [--classification intra|canarias]
+                      posts a new purchase or expense and prints the day log of the
+                      screen, its line "MODIFICAR" followed by the number. GROUP is the
+                      table of the expense group: Compres, Serveis, Tributs, Personal,
+                      Amortitzacions or Inversions; the account is a name of that group
+                      (any case), the supplier a name of the suppliers' list (any case);
+                      both are stored in capitals, as the lists show them. The total and
+                      the withholding (base x percent) are split by --rate, one of the four
+                      purchase rates, "0" or "otros" (default: the first rate; with a base
+                      typed, "otros"); the last of two equal rates takes the split. A base
+                      typed takes its IVA, a quota typed overrides. A difference of one cent
+                      is taken as exempt; a larger one is a question (--yes). In kind
+                      TICKETS there is no rate nor IVA panel: the total and the withholding
+                      are exempt. --treasury-account names the account that paid it
+                      (treasury control only); without it the purchase waits in the
+                      portfolio, due on --due (default today).
+  change-purchase NIF8 YYYY NUMBER [the options of post-purchase but --rate] [--pending]
+                      changes a posted purchase: only the fields given change, with no
+                      split; its rates stay those it was posted with. --pending leaves it
+                      to pay again. A purchase settled in a payment run keeps its money
+                      rows and takes neither --treasury-account nor --pending.
+  purchases NIF8 YYYY [--supplier NAME] [--account NAME] [--from DD/MM/YYYY]
+                  [--to DD/MM/YYYY] [--operator =|<>|<=|>=] [--amount AMOUNT]
+                  [--order id|date|account|supplier|amount]
+                      the purchases inquiry: number, date, supplier, account, invoice,
+                      total, one a line; then the total and the count. The amount's commas
+                      become points and nothing else changes.
+  purchase-remove NIF8 YYYY NUMBER
+                      deletes a purchase with its treasury movements and receipt (--yes)
+Provisions (money received from a customer) and disbursements (paid to a supplier on a
+customer's behalf); with treasury control an account is required.
+  post-provision NIF8 YYYY --day D [--month M] --customer NAME --total AMOUNT
+                  [--description TEXT] [--treasury-account NAME]
+  post-disbursement NIF8 YYYY --day D [--month M] --supplier NAME --total AMOUNT
+                  [--description TEXT] [--treasury-account NAME]
+                      post an entry and print its day log; the movement of a provision
+                      brings the money in (D), a disbursement's takes it out (H).
+  change-provision NIF8 YYYY NUMBER [--kind provision|disbursement] [--customer NAME]
+                  [--supplier NAME] [the other options of post-provision]
+                      changes an entry; its movement is written anew.
+  provisions NIF8 YYYY [--party NAME] [--kind provision|disbursement] [--from DD/MM/YYYY]
+                  [--to DD/MM/YYYY] [--operator =|<>|<=|>=] [--amount AMOUNT]
+                  [--order date|kind|party|amount]
+                      number, date, party, kind, description, total, one a line; then the
+                      total and the count
+  provision-remove NIF8 YYYY NUMBER
+                      deletes an entry with its movement (--yes)
 With the billing module only (the references belong to the company):
   references NIF8 YYYY
                       code, description, price

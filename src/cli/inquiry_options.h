@@ -1,0 +1,20 @@
+#pragma once
+// The filters every inquiry command shares (--from, --to, --operator, --amount) and the two
+// lines that close its list.
+#include "cli_options.h"
+#include "context/money.h"
+#include "schema/inquiry_filter.h"
+#include "session.h"
+
+#include <cstddef>
+
+namespace tallora::cli {
+
+// Dtdata1 and Dtdata2 (DD/MM/YYYY; by default 1 January and 31 December of the exercise),
+// cmbOperacio (=, <>, <=, >=) and txtImport as typed.
+schema::DateAmountFilter dateAmountFilter(const WorkingContext& ctx, const CliOptions& o);
+
+// "TOTAL" and the sum, then message 807 and the count.
+void printInquiryTotals(Session& s, Money total, std::size_t count);
+
+}  // namespace tallora::cli
