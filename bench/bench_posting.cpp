@@ -3,9 +3,13 @@
 // treasury control posts 10,000 sales, a third left pending (a receipt), a third collected (a
 // movement) and a third plain (the sale alone, as a company without treasury posts it); then
 // 1,000 of them are changed through the change branch, each loaded by Modifica_Venda and
-// moved between pending and collected.
+// moved between pending and collected. Then 10,000 purchases the same way through the
+// purchases screen's logic (FrasIN.mdb, tesorer.mdb, cartera.mdb), so that purchases/s
+// stands beside sales/s in one run.
 #include "context/dialogs.h"
 #include "context/working_context.h"
+#include "purchases/purchase_posting.h"
+#include "purchases/purchase_validation.h"
 #include "sales/sale_change.h"
 #include "sales/sale_entry.h"
 #include "sales/sale_posting.h"
@@ -34,7 +38,7 @@ constexpr int kCustomers = 50;
 constexpr std::int64_t kBank = 2;
 
 [[noreturn]] void fail(const QString& what) {
-    std::fprintf(stderr, "bench_sales_posting: %s\n", qPrintable(what));
+    std::fprintf(stderr, "bench_posting: %s\n", qPrintable(what));
     std::abort();
 }
 
@@ -185,5 +189,78 @@ static void BM_ChangeSales(benchmark::State& state) {
         benchmark::Counter(kChanges, benchmark::Counter::kIsIterationInvariantRate);
 }
 BENCHMARK(BM_ChangeSales)->Iterations(2)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+// Purchases of 50 suppliers split at the four purchase rates, a third paid from the bank, a
+// third left to pay and a third posted as by a company without treasury.
+struct PurchaseExercise : Exercise {
+    PurchaseExercise() {
+        ctx.TipusIVAs = {21, 10, 4, 0};
+        store::Database gest = store::Database::open(ctx.exerciseFile(schema::db::Gest));
+        store::Transaction tx(gest);
+        auto st =
+            gest.prepare(QStringLiteral("insert into Proveidors (proveidor, nom) values (?, ?)"));
+        for (int i = 1; i <= kCustomers; ++i) {
+            st.reset();
+            st.bind(1, i).bind(2, supplier(i)).execute();
+        }
+        tx.commit();
+        store::Database::open(ctx.exerciseFile(schema::db::Comptes))
+            .execute(QStringLiteral("insert into Compres (Grup, NomGrup, Compte, NomCompte) "
+                                    "values (60, 'Compras', 1, 'Compras mercaderias')"));
+    }
+    static QString supplier(int i) {
+        return QStringLiteral("PROVEEDOR %1, S.L.").arg(i, 3, 10, QChar(u'0'));
+    }
+    purchases::PurchaseEntry purchase(int i) const {
+        purchases::PurchaseEntry e;
+        const int s = 1 + i % kCustomers;
+        e.group = 0;
+        e.txtDia = QString::number(1 + i % 28);
+        e.txtMes = QString::number(1 + i % 12);
+        e.txtProveidor = e.listProvText = supplier(s);
+        e.supplierNumber = s;
+        e.txtDespesa = e.listDespesesText = QStringLiteral("COMPRAS MERCADERIAS");
+        e.txtdescripcio = QStringLiteral("-");
+        e.venciment = QDate(2026, 12, 31);
+        if (i % 3 == 1) {
+            e.entitat = QStringLiteral("Banco Sabadell");
+            e.entitatId = kBank;
+        }
+        e.txtTotal = QStringLiteral("%1,%2").arg(100 + i % 900).arg(i % 100, 2, 10, QChar(u'0'));
+        purchases::Calcula_Bases(ctx, e, ctx.TipusIVAs[static_cast<std::size_t>(i / 3 % 3)]);
+        return e;
+    }
+    void postAll() {
+        for (int i = 0; i < kSales; ++i) {
+            purchases::PurchaseEntry e = purchase(i);
+            ctx.Tesoreria = i % 3 != 2;
+            const purchases::Verdict verdict = purchases::Verifica_Apunt(ctx, dialogs, e, {});
+            if (!verdict.ok) fail(QStringLiteral("refused: ") + dialogs.lastText());
+            const purchases::PostingResult result = purchases::GrabaApunt(ctx, e, *verdict.account);
+            if (!result.ok()) fail(QStringLiteral("not written: ") + result.error);
+            ctx.Tesoreria = true;
+        }
+        store::Database db = store::Database::open(ctx.exerciseFile(schema::db::FrasIn));
+        auto st = db.prepare(QStringLiteral("select count(*) from FrasIN"));
+        st.next();
+        if (st.int32(0) != kSales)
+            fail(QStringLiteral("the purchases written are not those posted"));
+    }
+};
+
+static void BM_PostPurchases(benchmark::State& state) {
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto exercise = std::make_unique<PurchaseExercise>();
+        state.ResumeTiming();
+        exercise->postAll();
+        state.PauseTiming();
+        exercise.reset();
+        state.ResumeTiming();
+    }
+    state.counters["purchases/s"] =
+        benchmark::Counter(kSales, benchmark::Counter::kIsIterationInvariantRate);
+}
+BENCHMARK(BM_PostPurchases)->Iterations(1)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();
