@@ -5,6 +5,7 @@
 #include "context/working_context.h"
 #include "schema/creation.h"
 #include "schema/lookups.h"
+#include "schema/money_rows.h"
 #include "store/database.h"
 
 namespace tallora::purchases {
@@ -12,32 +13,22 @@ namespace {
 
 using store::Database;
 
-constexpr int kConceptLength = 40;
-
-Money stored(const WorkingContext& ctx, const QString& text) {
-    if (isEmptyAmount(text)) return {};
-    const auto value = Money::parse(text, ctx.decimalMark());
-    if (!value) throw store::StoreError(QStringLiteral("Importe incorrecto: ") + text);
-    return *value;
-}
-
-QDate dateOf(const QString& text) {
-    return QDate::fromString(text, QStringLiteral("dd/MM/yyyy"));
-}
+using schema::captionDate;
+using schema::storedAmount;
 
 void insertMovement(const WorkingContext& ctx, Database& db, const ProvisionEntry& e,
                     std::int64_t ordre) {
-    const Money total = stored(ctx, e.txtTotal);
+    const Money total = storedAmount(ctx, e.txtTotal);
     // The money leaves for a disbursement and comes in for a provision.
     db.prepare(QStringLiteral("insert into tesorer.movimientos (data, entidad, %1, Supl, "
                               "concepto, D, H) values (?, ?, ?, ?, ?, ?, ?)")
                    .arg(e.suplido ? QStringLiteral("proveedor") : QStringLiteral("cliente")))
-        .bind(1, dateOf(e.lblFecha))
+        .bind(1, captionDate(e.lblFecha))
         .bind(2, e.entitatId.value_or(0))
         .bind(3, e.partyNumber.value_or(0))
         .bind(4, ordre)
         .bind(5, (NomTipus(ctx, e.suplido) + QStringLiteral(". ") + e.txtdescripcio)
-                     .left(kConceptLength))
+                     .left(schema::kConceptLength))
         .bind(6, e.suplido ? Money{} : total)
         .bind(7, e.suplido ? total : Money{})
         .execute();
@@ -56,13 +47,13 @@ ProvisionResult GrabaApunt(const WorkingContext& ctx, ProvisionEntry& entry) {
             db.attach(ctx.exerciseFile(schema::db::Tesorer), QStringLiteral("tesorer"));
         store::Transaction tx(db, store::Transaction::Kind::Immediate);
         const auto bindRow = [&](store::Statement& st) {
-            st.bind(1, stored(ctx, e.txtTotal))
+            st.bind(1, storedAmount(ctx, e.txtTotal))
                 .bind(2, e.partyNumber.value_or(0))
                 .bind(3, e.txtClient.isNull() ? QStringLiteral("") : e.txtClient)
                 .bind(4, e.Tipus())
                 .bind(5, NomTipus(ctx, e.suplido))
                 .bind(6, e.txtdescripcio.isNull() ? QStringLiteral("") : e.txtdescripcio)
-                .bind(7, dateOf(e.lblFecha));
+                .bind(7, captionDate(e.lblFecha));
         };
         if (e.isNew()) {
             {

@@ -7,6 +7,7 @@
 #include "purchase_entry.h"
 #include "schema/creation.h"
 #include "schema/lookups.h"
+#include "schema/money_rows.h"
 #include "store/database.h"
 #include "store/schema_objects.h"
 
@@ -106,16 +107,8 @@ bool Esborra_Compra(const WorkingContext& ctx, std::int64_t ordre) {
     const int deleted =
         db.prepare(QStringLiteral("delete from FrasIN where Ordre = ?")).bind(1, ordre).execute();
     if (ctx.Tesoreria) {
-        db.prepare(
-              QStringLiteral("delete from tesorer.movimientos where FrasIn = ? and FrasIn <> 0"))
-            .bind(1, ordre)
-            .execute();
-        // Receipts of the exercise only: FrasIN numbers restart each year.
-        db.prepare(QStringLiteral("delete from cartera.cartera where FrasIn = ? and FrasIn <> 0 "
-                                  "and Ejercicio = ?"))
-            .bind(1, ordre)
-            .bind(2, ctx.Exercici)
-            .execute();
+        schema::deleteMovements(db, schema::kPurchaseSide, ordre);
+        schema::deleteReceipts(db, ctx, schema::kPurchaseSide, ordre);
     }
     tx.commit();
     return deleted > 0;

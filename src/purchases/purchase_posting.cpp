@@ -3,6 +3,7 @@
 #include "context/common_helpers.h"
 #include "context/working_context.h"
 #include "schema/creation.h"
+#include "schema/money_rows.h"
 #include "store/database.h"
 
 namespace tallora::purchases {
@@ -12,27 +13,10 @@ using store::Database;
 using store::Statement;
 using store::Transaction;
 
-const QString kTesorer = QStringLiteral("tesorer");
-const QString kCartera = QStringLiteral("cartera");
-// movimientos.concepto holds 40 characters; the concept is a label, so it is cut there rather
-// than refuse a whole posting over it.
-constexpr int kConceptLength = 40;
-
-// An amount field as it goes into a Currency column; Verifica_Apunt has made it a number.
-Money stored(const WorkingContext& ctx, const QString& text) {
-    if (isEmptyAmount(text)) return {};
-    const auto value = Money::parse(text, ctx.decimalMark());
-    if (!value) throw store::StoreError(QStringLiteral("Importe incorrecto: ") + text);
-    return *value;
-}
-
-QString textOf(const QString& text) {
-    return text.isNull() ? QStringLiteral("") : text;
-}
-
-QDate dateOf(const QString& text) {
-    return QDate::fromString(text, QStringLiteral("dd/MM/yyyy"));
-}
+using schema::captionDate;
+using schema::kPurchaseSide;
+using schema::storedAmount;
+using schema::storedText;
 
 QString invoiceText(const PurchaseEntry& e) {
     return e.txtdescripcio + e.cmbSerie;
@@ -57,30 +41,30 @@ const QStringList& purchaseColumns() {
 
 int bindPurchase(const WorkingContext& ctx, Statement& st, const PurchaseEntry& e,
                  const ExpenseAccount& account, bool paid) {
-    const QDate date = dateOf(e.lblFecha);
+    const QDate date = captionDate(e.lblFecha);
     int n = 0;
-    st.bind(++n, stored(ctx, e.txtTotal));
-    st.bind(++n, stored(ctx, e.txtBaseIRPF));
-    st.bind(++n, stored(ctx, e.txtTipus));
-    st.bind(++n, stored(ctx, e.txtRetencio));
+    st.bind(++n, storedAmount(ctx, e.txtTotal));
+    st.bind(++n, storedAmount(ctx, e.txtBaseIRPF));
+    st.bind(++n, storedAmount(ctx, e.txtTipus));
+    st.bind(++n, storedAmount(ctx, e.txtRetencio));
     for (std::size_t i = 0; i < 4; ++i) {
-        st.bind(++n, stored(ctx, e.txtBase[i]));
-        st.bind(++n, stored(ctx, e.txtIVA[i]));
+        st.bind(++n, storedAmount(ctx, e.txtBase[i]));
+        st.bind(++n, storedAmount(ctx, e.txtIVA[i]));
     }
     st.bind(++n, supplierOf(e));
-    st.bind(++n, textOf(e.txtProveidor));
+    st.bind(++n, storedText(e.txtProveidor));
     st.bind(++n, invoiceText(e));
     st.bind(++n, date);
     st.bind(++n, account.Grup);
-    st.bind(++n, textOf(account.NomGrup));
+    st.bind(++n, storedText(account.NomGrup));
     st.bind(++n, account.Compte);
-    st.bind(++n, textOf(account.NomCompte));
-    st.bind(++n, stored(ctx, e.txtexempta));
+    st.bind(++n, storedText(account.NomCompte));
+    st.bind(++n, storedAmount(ctx, e.txtexempta));
     st.bind(++n, Periode(date));
     // Venciment holds the entry's date: the due date lives in the portfolio only.
     st.bind(++n, date);
     st.bind(++n, paid);
-    st.bind(++n, textOf(e.clasificacion));
+    st.bind(++n, storedText(e.clasificacion));
     return n + 1;
 }
 
@@ -109,55 +93,9 @@ int updatePurchase(const WorkingContext& ctx, Database& db, const PurchaseEntry&
     return st.execute();
 }
 
-// A purchase paid at once: the money leaves the account, always on the H side.
-void insertMovement(const WorkingContext& ctx, Database& db, const PurchaseEntry& e,
-                    std::int64_t entitat, std::int64_t ordre) {
-    db.prepare(QStringLiteral("insert into %1.movimientos (data, entidad, proveedor, FrasIn, "
-                              "concepto, D, H) values (?, ?, ?, ?, ?, ?, ?)")
-                   .arg(kTesorer))
-        .bind(1, dateOf(e.lblFecha))
-        .bind(2, entitat)
-        .bind(3, supplierOf(e))
-        .bind(4, ordre)
-        .bind(5, (QStringLiteral("S/Fra. ") + invoiceText(e)).left(kConceptLength))
-        .bind(6, Money{})
-        .bind(7, stored(ctx, e.txtTotal))
-        .execute();
-}
-
-void insertReceipt(const WorkingContext& ctx, Database& db, const PurchaseEntry& e,
-                   std::int64_t ordre) {
-    db.prepare(QStringLiteral("insert into %1.cartera (data, proveedor, In_Out, Ejercicio, "
-                              "Factura, total, FrasIn, Vencimiento) values "
-                              "(?, ?, 'In', ?, ?, ?, ?, ?)")
-                   .arg(kCartera))
-        .bind(1, dateOf(e.lblFecha))
-        .bind(2, supplierOf(e))
-        .bind(3, ctx.Exercici)
-        .bind(4, invoiceText(e))
-        .bind(5, stored(ctx, e.txtTotal))
-        .bind(6, ordre)
-        .bind(7, e.venciment)
-        .execute();
-}
-
-// The portfolio holds every exercise of the company and FrasIN numbers restart each year:
-// a receipt is found by its number within the exercise, or another year's receipt of the
-// same number would be touched.
-void deleteReceipts(const WorkingContext& ctx, Database& db, std::int64_t ordre) {
-    db.prepare(QStringLiteral("delete from %1.cartera where FrasIn = ? and FrasIn <> 0 "
-                              "and Ejercicio = ?")
-                   .arg(kCartera))
-        .bind(1, ordre)
-        .bind(2, ctx.Exercici)
-        .execute();
-}
-
-void deleteMovements(Database& db, std::int64_t ordre) {
-    db.prepare(QStringLiteral("delete from %1.movimientos where FrasIn = ? and FrasIn <> 0")
-                   .arg(kTesorer))
-        .bind(1, ordre)
-        .execute();
+schema::MoneyRow moneyRow(const WorkingContext& ctx, const PurchaseEntry& e) {
+    return {captionDate(e.lblFecha), supplierOf(e), invoiceText(e), storedAmount(ctx, e.txtTotal),
+            e.venciment};
 }
 
 // A purchase settled in a payment run keeps its money rows. Its receipt follows the change;
@@ -166,22 +104,11 @@ void deleteMovements(Database& db, std::int64_t ordre) {
 // and the books are built on it, so it is kept.
 void rewriteSettled(const WorkingContext& ctx, Database& db, const PurchaseEntry& e,
                     std::int64_t ordre, std::int64_t screenOrdre) {
-    db.prepare(QStringLiteral("update %1.cartera set data = ?, proveedor = ?, Factura = ?, "
-                              "total = ?, Vencimiento = ? where FrasIn = ? and Ejercicio = ?")
-                   .arg(kCartera))
-        .bind(1, dateOf(e.lblFecha))
-        .bind(2, supplierOf(e))
-        .bind(3, invoiceText(e))
-        .bind(4, stored(ctx, e.txtTotal))
-        .bind(5, e.venciment)
-        .bind(6, ordre)
-        .bind(7, ctx.Exercici)
-        .execute();
-    db.prepare(QStringLiteral("update %1.movimientos set proveedor = ?, concepto = ? "
-                              "where FrasOut = ? and FrasOut <> 0")
-                   .arg(kTesorer))
+    schema::updateReceipt(db, ctx, kPurchaseSide, moneyRow(ctx, e), ordre);
+    db.prepare(QStringLiteral("update tesorer.movimientos set proveedor = ?, concepto = ? "
+                              "where FrasOut = ? and FrasOut <> 0"))
         .bind(1, supplierOf(e))
-        .bind(2, invoiceText(e).left(kConceptLength))
+        .bind(2, invoiceText(e).left(schema::kConceptLength))
         .bind(3, screenOrdre)
         .execute();
 }
@@ -190,23 +117,23 @@ void rewriteMoneyRows(const WorkingContext& ctx, Database& db, const PurchaseEnt
                       std::optional<std::int64_t> entitat, std::int64_t ordre,
                       std::int64_t screenOrdre) {
     if (entitat) {
-        deleteMovements(db, ordre);
-        insertMovement(ctx, db, e, *entitat, ordre);
-        deleteReceipts(ctx, db, ordre);
+        schema::deleteMovements(db, kPurchaseSide, ordre);
+        schema::insertMovement(db, kPurchaseSide, moneyRow(ctx, e), *entitat, ordre);
+        schema::deleteReceipts(db, ctx, kPurchaseSide, ordre);
     } else if (e.entitat == QStringLiteral("Marca")) {
         rewriteSettled(ctx, db, e, ordre, screenOrdre);
     } else {
-        deleteMovements(db, ordre);
-        deleteReceipts(ctx, db, ordre);
-        insertReceipt(ctx, db, e, ordre);
+        schema::deleteMovements(db, kPurchaseSide, ordre);
+        schema::deleteReceipts(db, ctx, kPurchaseSide, ordre);
+        schema::insertReceipt(db, ctx, kPurchaseSide, moneyRow(ctx, e), ordre);
     }
 }
 
 Database openPosting(const WorkingContext& ctx) {
     Database db = Database::open(ctx.exerciseFile(schema::db::FrasIn));
     if (ctx.Tesoreria) {
-        db.attach(ctx.exerciseFile(schema::db::Tesorer), kTesorer);
-        db.attach(ctx.companyFile(schema::db::Cartera), kCartera);
+        db.attach(ctx.exerciseFile(schema::db::Tesorer), QStringLiteral("tesorer"));
+        db.attach(ctx.companyFile(schema::db::Cartera), QStringLiteral("cartera"));
     }
     return db;
 }
@@ -243,9 +170,10 @@ PostingResult GrabaApunt(const WorkingContext& ctx, PurchaseEntry& entry,
             result.affected = db.changes();
             if (ctx.Tesoreria) {
                 if (entitat)
-                    insertMovement(ctx, db, e, *entitat, result.ordre);
+                    schema::insertMovement(db, kPurchaseSide, moneyRow(ctx, e), *entitat,
+                                           result.ordre);
                 else
-                    insertReceipt(ctx, db, e, result.ordre);
+                    schema::insertReceipt(db, ctx, kPurchaseSide, moneyRow(ctx, e), result.ordre);
             }
         } else {
             result.ordre = e.lblOrdre.toLongLong();

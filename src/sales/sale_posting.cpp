@@ -3,6 +3,7 @@
 #include "context/common_helpers.h"
 #include "context/working_context.h"
 #include "schema/creation.h"
+#include "schema/money_rows.h"
 #include "store/database.h"
 
 namespace tallora::sales {
@@ -12,29 +13,11 @@ using store::Database;
 using store::Statement;
 using store::Transaction;
 
-const QString kTesorer = QStringLiteral("tesorer");
-const QString kCartera = QStringLiteral("cartera");
 const QString kFact = QStringLiteral("fact");
-// movimientos.concepto holds 40 characters; the concept is a label, so it is cut there rather
-// than refuse a whole posting over it.
-constexpr int kConceptLength = 40;
-
-// An amount field as it goes into a Currency column; Verifica_Apunt has made it a number.
-Money stored(const WorkingContext& ctx, const QString& text) {
-    if (isEmptyAmount(text)) return {};
-    const auto value = Money::parse(text, ctx.decimalMark());
-    if (!value) throw store::StoreError(QStringLiteral("Importe incorrecto: ") + text);
-    return *value;
-}
-
-// An empty caption is stored as an empty text, not as a missing value.
-QString textOf(const QString& text) {
-    return text.isNull() ? QStringLiteral("") : text;
-}
-
-QDate dateOf(const QString& text) {
-    return QDate::fromString(text, QStringLiteral("dd/MM/yyyy"));
-}
+using schema::captionDate;
+using schema::kSaleSide;
+using schema::storedAmount;
+using schema::storedText;
 
 QString invoiceText(const SaleEntry& e) {
     return e.txtdescripcio + e.cmbSerie;
@@ -92,29 +75,29 @@ const QStringList& saleColumns() {
 int bindSale(const WorkingContext& ctx, Statement& st, const SaleEntry& e,
              const SalesAccount& account, bool collected) {
     int n = 0;
-    st.bind(++n, stored(ctx, e.txtTotal));
-    st.bind(++n, stored(ctx, e.txtBaseIRPF));
-    st.bind(++n, stored(ctx, e.Text1));
-    st.bind(++n, stored(ctx, e.txtRetencio));
+    st.bind(++n, storedAmount(ctx, e.txtTotal));
+    st.bind(++n, storedAmount(ctx, e.txtBaseIRPF));
+    st.bind(++n, storedAmount(ctx, e.Text1));
+    st.bind(++n, storedAmount(ctx, e.txtRetencio));
     for (std::size_t i = 0; i < 3; ++i) {
-        st.bind(++n, stored(ctx, e.txtBase[i]));
-        st.bind(++n, stored(ctx, e.txtIVA[i]));
-        st.bind(++n, stored(ctx, e.txtRE[i]));
+        st.bind(++n, storedAmount(ctx, e.txtBase[i]));
+        st.bind(++n, storedAmount(ctx, e.txtIVA[i]));
+        st.bind(++n, storedAmount(ctx, e.txtRE[i]));
     }
     st.bind(++n, customerNumber(ctx, e));
-    st.bind(++n, textOf(e.txtClient));
-    st.bind(++n, textOf(e.rebutDomicili));
-    st.bind(++n, textOf(e.rebutPoblacio));
-    st.bind(++n, textOf(e.rebutNif));
-    for (const QString& line : e.concepte) st.bind(++n, textOf(line));
+    st.bind(++n, storedText(e.txtClient));
+    st.bind(++n, storedText(e.rebutDomicili));
+    st.bind(++n, storedText(e.rebutPoblacio));
+    st.bind(++n, storedText(e.rebutNif));
+    for (const QString& line : e.concepte) st.bind(++n, storedText(line));
     st.bind(++n, invoiceText(e));
-    st.bind(++n, dateOf(e.lblFecha));
+    st.bind(++n, captionDate(e.lblFecha));
     st.bind(++n, account.Grup);
-    st.bind(++n, textOf(account.NomGrup));
+    st.bind(++n, storedText(account.NomGrup));
     st.bind(++n, account.Compte);
-    st.bind(++n, textOf(account.NomCompte));
+    st.bind(++n, storedText(account.NomCompte));
     st.bind(++n, collected);
-    st.bind(++n, textOf(e.clasificacion));
+    st.bind(++n, storedText(e.clasificacion));
     return n + 1;
 }
 
@@ -147,76 +130,20 @@ int updateSale(const WorkingContext& ctx, Database& db, const SaleEntry& e,
     return st.execute();
 }
 
-void insertMovement(const WorkingContext& ctx, Database& db, const SaleEntry& e,
-                    std::int64_t entitat, std::int64_t ordre) {
-    db.prepare(QStringLiteral("insert into %1.movimientos (data, entidad, cliente, FrasOut, "
-                              "concepto, D, H) values (?, ?, ?, ?, ?, ?, ?)")
-                   .arg(kTesorer))
-        .bind(1, dateOf(e.lblFecha))
-        .bind(2, entitat)
-        .bind(3, customerNumber(ctx, e))
-        .bind(4, ordre)
-        .bind(5, (QStringLiteral("N/Fra. ") + invoiceText(e)).left(kConceptLength))
-        .bind(6, stored(ctx, e.txtTotal))
-        .bind(7, Money{})
-        .execute();
-}
-
-void insertReceipt(const WorkingContext& ctx, Database& db, const SaleEntry& e,
-                   std::int64_t ordre) {
-    db.prepare(QStringLiteral("insert into %1.cartera (data, cliente, In_Out, Ejercicio, "
-                              "Factura, total, FrasOut, Vencimiento) values "
-                              "(?, ?, 'Out', ?, ?, ?, ?, ?)")
-                   .arg(kCartera))
-        .bind(1, dateOf(e.lblFecha))
-        .bind(2, customerNumber(ctx, e))
-        .bind(3, ctx.Exercici)
-        .bind(4, invoiceText(e))
-        .bind(5, stored(ctx, e.txtTotal))
-        .bind(6, ordre)
-        .bind(7, e.venciment)
-        .execute();
-}
-
-// The portfolio holds every exercise of the company, and FrasOut numbers restart each
-// year: a receipt is found by its number within the exercise, or another year's receipt of
-// the same number would be touched.
-void deleteReceipts(const WorkingContext& ctx, Database& db, std::int64_t ordre) {
-    db.prepare(QStringLiteral("delete from %1.cartera where FrasOut = ? and FrasOut <> 0 "
-                              "and Ejercicio = ?")
-                   .arg(kCartera))
-        .bind(1, ordre)
-        .bind(2, ctx.Exercici)
-        .execute();
-}
-
-void deleteMovements(Database& db, std::int64_t ordre) {
-    db.prepare(QStringLiteral("delete from %1.movimientos where FrasOut = ? and FrasOut <> 0")
-                   .arg(kTesorer))
-        .bind(1, ordre)
-        .execute();
+schema::MoneyRow moneyRow(const WorkingContext& ctx, const SaleEntry& e) {
+    return {captionDate(e.lblFecha), customerNumber(ctx, e), invoiceText(e),
+            storedAmount(ctx, e.txtTotal), e.venciment};
 }
 
 // A sale settled in a collection run keeps its money rows; only names and texts follow
 // the change, and the movement's concept loses its "N/Fra. " prefix.
 void rewriteSettled(const WorkingContext& ctx, Database& db, const SaleEntry& e,
                     std::int64_t ordre) {
-    db.prepare(QStringLiteral("update %1.cartera set data = ?, cliente = ?, Factura = ?, "
-                              "total = ?, vencimiento = ? where FrasOut = ? and Ejercicio = ?")
-                   .arg(kCartera))
-        .bind(1, dateOf(e.lblFecha))
-        .bind(2, customerNumber(ctx, e))
-        .bind(3, invoiceText(e))
-        .bind(4, stored(ctx, e.txtTotal))
-        .bind(5, e.venciment)
-        .bind(6, ordre)
-        .bind(7, ctx.Exercici)
-        .execute();
-    db.prepare(QStringLiteral("update %1.movimientos set cliente = ?, concepto = ? "
-                              "where FrasOut = ? and FrasOut <> 0")
-                   .arg(kTesorer))
+    schema::updateReceipt(db, ctx, kSaleSide, moneyRow(ctx, e), ordre);
+    db.prepare(QStringLiteral("update tesorer.movimientos set cliente = ?, concepto = ? "
+                              "where FrasOut = ? and FrasOut <> 0"))
         .bind(1, customerNumber(ctx, e))
-        .bind(2, invoiceText(e).left(kConceptLength))
+        .bind(2, invoiceText(e).left(schema::kConceptLength))
         .bind(3, ordre)
         .execute();
 }
@@ -225,23 +152,23 @@ void rewriteMoneyRows(const WorkingContext& ctx, Database& db, const SaleEntry& 
                       std::optional<std::int64_t> entitat, std::int64_t ordre) {
     const bool settled = e.entitat == QStringLiteral("Marca");
     if (entitat && !settled) {
-        deleteMovements(db, ordre);
-        insertMovement(ctx, db, e, *entitat, ordre);
-        deleteReceipts(ctx, db, ordre);
+        schema::deleteMovements(db, kSaleSide, ordre);
+        schema::insertMovement(db, kSaleSide, moneyRow(ctx, e), *entitat, ordre);
+        schema::deleteReceipts(db, ctx, kSaleSide, ordre);
     } else if (!entitat && settled) {
         rewriteSettled(ctx, db, e, ordre);
     } else {
-        deleteMovements(db, ordre);
-        deleteReceipts(ctx, db, ordre);
-        insertReceipt(ctx, db, e, ordre);
+        schema::deleteMovements(db, kSaleSide, ordre);
+        schema::deleteReceipts(db, ctx, kSaleSide, ordre);
+        schema::insertReceipt(db, ctx, kSaleSide, moneyRow(ctx, e), ordre);
     }
 }
 
 Database openPosting(const WorkingContext& ctx) {
     Database db = Database::open(ctx.exerciseFile(schema::db::FrasOut));
     if (ctx.Tesoreria) {
-        db.attach(ctx.exerciseFile(schema::db::Tesorer), kTesorer);
-        db.attach(ctx.companyFile(schema::db::Cartera), kCartera);
+        db.attach(ctx.exerciseFile(schema::db::Tesorer), QStringLiteral("tesorer"));
+        db.attach(ctx.companyFile(schema::db::Cartera), QStringLiteral("cartera"));
     }
     if (ctx.Facturacio) db.attach(ctx.companyFile(schema::db::Fact), kFact);
     return db;
@@ -276,9 +203,9 @@ PostingResult GrabaApunt(const WorkingContext& ctx, SaleEntry& entry, const Sale
             result.affected = db.changes();
             if (ctx.Tesoreria) {
                 if (entitat)
-                    insertMovement(ctx, db, e, *entitat, result.ordre);
+                    schema::insertMovement(db, kSaleSide, moneyRow(ctx, e), *entitat, result.ordre);
                 else
-                    insertReceipt(ctx, db, e, result.ordre);
+                    schema::insertReceipt(db, ctx, kSaleSide, moneyRow(ctx, e), result.ordre);
             }
         } else {
             result.ordre = e.lblOrdre.toLongLong();
