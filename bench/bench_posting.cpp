@@ -6,7 +6,9 @@
 // moved between pending and collected. Then 10,000 purchases the same way through the
 // purchases screen's logic (FrasIN.mdb, tesorer.mdb, cartera.mdb), so that purchases/s
 // stands beside sales/s in one run.
+#include "context/common_helpers.h"
 #include "context/dialogs.h"
+#include "context/entry_fields.h"
 #include "context/working_context.h"
 #include "purchases/purchase_posting.h"
 #include "purchases/purchase_validation.h"
@@ -226,8 +228,16 @@ struct PurchaseExercise : Exercise {
             e.entitat = QStringLiteral("Banco Sabadell");
             e.entitatId = kBank;
         }
-        e.txtTotal = QStringLiteral("%1,%2").arg(100 + i % 900).arg(i % 100, 2, 10, QChar(u'0'));
-        purchases::Calcula_Bases(ctx, e, ctx.TipusIVAs[static_cast<std::size_t>(i / 3 % 3)]);
+        // The base typed in the slot of one of three rates, its quota computed on leaving
+        // it, and the total typed to match, so that every purchase balances to the cent. (A
+        // total split by the screen may come out a cent above the total, which the check
+        // refuses.)
+        const auto slot = static_cast<std::size_t>(i / 3 % 3);
+        e.txtBase[slot] =
+            QStringLiteral("%1,%2").arg(100 + i % 900).arg(i % 100, 2, 10, QChar(u'0'));
+        purchases::baseLeft(ctx, e, static_cast<int>(slot));
+        e.txtTotal =
+            Format_Import(ctx, amountOf(ctx, e.txtBase[slot]) + amountOf(ctx, e.txtIVA[slot]));
         return e;
     }
     void postAll() {

@@ -130,6 +130,15 @@ TEST_F(PurchaseValidationTest, OneCentUnderIsTakenAsExemptSilently) {
     EXPECT_FALSE(verify(e).ok) << "a positive total below the sum is refused first (923)";
 }
 
+TEST_F(PurchaseValidationTest, ASplitACentAboveAPositiveTotalIsRefusedAsTheCheckIsOneSided) {
+    // 153,53 / 1,04 = 147,6250: base 147,63 and quota 5,91 (147,625 x 4 %) make 153,54.
+    PurchaseEntry e = split("153,53", 4);
+    EXPECT_EQ(e.txtBase[2], "147,63");
+    EXPECT_EQ(e.txtIVA[2], "5,91");
+    EXPECT_FALSE(verify(e).ok);
+    EXPECT_TRUE(dialogs.lastText().startsWith(M(923)));
+}
+
 TEST_F(PurchaseValidationTest, TwoCentsUnderAskAndStoreExemptOnlyOnYes) {
     PurchaseEntry e = entry("121,00");
     e.txtBase[0] = "100,00";
