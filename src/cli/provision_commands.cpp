@@ -3,7 +3,6 @@
 #include "commands.h"
 #include "context/common_helpers.h"
 #include "context/messages.h"
-#include "context/month_lock.h"
 #include "context/working_context.h"
 #include "entry_common.h"
 #include "inquiry_options.h"
@@ -31,8 +30,7 @@ void checkWords(const CliOptions& o) {
 }
 
 bool enterProvisions(Session& s, const CliOptions& o, const ExerciseWords& w) {
-    if (!enterMasterFiles(s, w)) return false;
-    loadMonthLock(s.ctx);
+    if (!enterPostingScreen(s, w)) return false;
     return !o.given(QStringLiteral("treasury-account")) ||
            needsTreasury(s, QStringLiteral("--treasury-account"));
 }
@@ -89,8 +87,7 @@ int postNew(Session& s, const CliOptions& o, bool suplido) {
     ProvisionEntry e;
     e.suplido = suplido;
     e.txtdescripcio = QStringLiteral("-");
-    if (!o.given(QStringLiteral("month")))
-        if (const auto month = Mes_Per_Defecte(s.ctx)) e.txtMes = QString::number(*month);
+    offerOpenMonth(s.ctx, o, e.txtMes);
     return post(s, o, e);
 }
 

@@ -4,7 +4,6 @@
 #include "commands.h"
 #include "context/common_helpers.h"
 #include "context/messages.h"
-#include "context/month_lock.h"
 #include "context/working_context.h"
 #include "entry_common.h"
 #include "inquiry_options.h"
@@ -25,8 +24,6 @@ namespace {
 
 using purchases::PurchaseEntry;
 
-const QString kOtros = QStringLiteral("otros");
-
 // The expense group named by its table, as the chart keeps it (Compres, Serveis ...).
 int groupArgument(const QString& text) {
     QStringList tables;
@@ -40,50 +37,18 @@ int groupArgument(const QString& text) {
 }
 
 void checkWords(const CliOptions& o) {
-    checkDayMonth(o);
     if (o.given(QStringLiteral("group"))) groupArgument(o.value(QStringLiteral("group")));
     QStringList amounts{"total", "irpf-base"};
     for (std::size_t i = 0; i < 4; ++i) amounts << optionName("base", i) << optionName("iva", i);
-    for (const QString& option : amounts)
-        if (o.given(option)) amountArgument(option, o.value(option));
-    if (o.given(QStringLiteral("irpf-percent")))
-        rateArgument(QStringLiteral("irpf-percent"), o.value(QStringLiteral("irpf-percent")));
-    if (o.given(QStringLiteral("rate")) && o.value(QStringLiteral("rate")) != kOtros)
-        rateArgument(QStringLiteral("rate"), o.value(QStringLiteral("rate")));
-    if (o.given(QStringLiteral("series")))
-        choiceArgument(QStringLiteral("series"), o.value(QStringLiteral("series")),
-                       {"/Abon", "/Rect"});
-    if (o.given(QStringLiteral("due"))) dueArgument(o.value(QStringLiteral("due")));
-    if (o.given(QStringLiteral("classification")))
-        choiceArgument(QStringLiteral("classification"), o.value(QStringLiteral("classification")),
-                       {"intra", "canarias"});
-    if (o.given(QStringLiteral("treasury-account")) && o.flags.contains(QStringLiteral("pending")))
-        throw UsageError{QStringLiteral("--treasury-account and --pending exclude each other")};
+    checkPostingWords(o, amounts);
 }
 
 // What the company or a shop's exercise leave out of the screen.
 bool fieldsExist(Session& s, const CliOptions& o) {
-    for (const char* option : {"treasury-account", "pending", "due"})
-        if (o.given(QString::fromLatin1(option)) &&
-            !needsTreasury(s, QStringLiteral("--") + QString::fromLatin1(option)))
-            return false;
-    if (o.given(QStringLiteral("classification")) && !s.ctx.Intra) {
-        s.refuse(QStringLiteral("--classification needs the classification of invoices, which "
-                                "the company \"%1\" does not have")
-                     .arg(s.ctx.EmpresaNom));
-        return false;
-    }
-    if (!isTickets(s.ctx)) return true;
     // A shop's expenses are not split by IVA: no rate and no IVA panel.
     QStringList hidden{"rate"};
     for (std::size_t i = 0; i < 4; ++i) hidden << optionName("base", i) << optionName("iva", i);
-    for (const QString& option : hidden)
-        if (o.given(option)) {
-            s.refuse(
-                QStringLiteral("--%1 does not go with an exercise of kind TICKETS").arg(option));
-            return false;
-        }
-    return true;
+    return postingOptionsExist(s, o, hidden);
 }
 
 // ListProv: the supplier found without regard to case gives the row's text (the name in
@@ -106,27 +71,6 @@ void takeAccount(const WorkingContext& ctx, const QString& typed, PurchaseEntry&
             e.txtDespesa = e.listDespesesText = item.nomCompte.toUpper();
 }
 
-// The rate of CmbIva: "0", one of the exercise's four purchase rates, or "otros" (0: bases
-// by hand). Default: the first rate, or "otros" when a base is typed.
-std::optional<double> splitRate(Session& s, const CliOptions& o) {
-    const WorkingContext& ctx = s.ctx;
-    bool basesTyped = false;
-    for (std::size_t i = 0; i < 4; ++i) basesTyped |= o.given(optionName("base", i));
-    if (!o.given(QStringLiteral("rate"))) return basesTyped ? 0.0 : ctx.TipusIVAs[0];
-    const QString typed = o.value(QStringLiteral("rate"));
-    if (typed == kOtros) return 0.0;
-    const double rate = QString(typed).replace(u',', u'.').toDouble();
-    if (rate == 0) return 0.0;
-    QStringList rows{QStringLiteral("0")};
-    for (double r : ctx.TipusIVAs) {
-        if (r == rate) return rate;
-        if (r != 0) rows << QString::number(r);
-    }
-    s.refuse(QStringLiteral("--rate: \"%1\" is not a purchase rate of the exercise (%2 or otros)")
-                 .arg(typed, rows.join(QStringLiteral(", "))));
-    return std::nullopt;
-}
-
 // Total, withholding and the IVA panel, in the screen's order: a new entry is split by the
 // rate once the withholding is in (leaving txtRetencio); a base typed then takes its quota
 // as leaving txtBase(i) does, and a quota typed overrides.
@@ -140,7 +84,8 @@ bool takeAmounts(Session& s, const CliOptions& o, PurchaseEntry& e) {
     if (irpfPercent) e.txtTipus = percentField(ctx, o.value(QStringLiteral("irpf-percent")));
     if (irpfBase || irpfPercent) purchases::Calcula_Retencio(ctx, e, std::nullopt);
     if (e.isNew() && !isTickets(ctx)) {
-        const auto rate = splitRate(s, o);
+        const auto rate = splitRate(s, o, {ctx.TipusIVAs.begin(), ctx.TipusIVAs.end()},
+                                    anyBaseTyped(o, 4), QStringLiteral("purchase rate"));
         if (!rate) return false;
         purchases::Calcula_Bases(ctx, e, *rate);
     }
@@ -178,9 +123,7 @@ int post(Session& s, const CliOptions& o, PurchaseEntry& e) {
         takeAccount(s.ctx, o.value(QStringLiteral("account")), e);
     takeText(o, "description", e.txtdescripcio);
     takeText(o, "series", e.cmbSerie);
-    if (o.given(QStringLiteral("classification")))
-        e.clasificacion =
-            Missatge(s.ctx, o.value(QStringLiteral("classification")) == u"intra" ? 6855 : 6856);
+    if (o.given(QStringLiteral("classification"))) e.clasificacion = classificationText(s.ctx, o);
     if (!takeAmounts(s, o, e) || !takeTreasuryAccount(s, o, e.entitat, e.entitatId))
         return kRefused;
     if (o.given(QStringLiteral("due"))) e.venciment = dueArgument(o.value(QStringLiteral("due")));
@@ -196,9 +139,7 @@ int post(Session& s, const CliOptions& o, PurchaseEntry& e) {
 }
 
 bool enterPurchases(Session& s, const CliOptions& o, const ExerciseWords& w) {
-    if (!enterMasterFiles(s, w)) return false;
-    loadMonthLock(s.ctx);
-    return fieldsExist(s, o);
+    return enterPostingScreen(s, w) && fieldsExist(s, o);
 }
 
 purchases::PurchaseOrder orderArgument(const CliOptions& o) {
@@ -217,9 +158,7 @@ int postPurchaseCommand(Session& s, const CliOptions& o) {
     PurchaseEntry e;
     e.txtdescripcio = QStringLiteral("-");
     e.venciment = QDate::currentDate();
-    // On entering txtMes, a single open month is offered.
-    if (!o.given(QStringLiteral("month")))
-        if (const auto month = Mes_Per_Defecte(s.ctx)) e.txtMes = QString::number(*month);
+    offerOpenMonth(s.ctx, o, e.txtMes);
     return post(s, o, e);
 }
 
@@ -231,11 +170,10 @@ int changePurchaseCommand(Session& s, const CliOptions& o) {
     auto loaded = purchases::Modifica_Compra(s.ctx, number);
     if (!loaded) return noSuchRecord(s, QStringLiteral("purchase"), number);
     // An entry settled in a payment run has its treasury frame disabled: its money rows stay.
-    if (loaded->settled && (o.given(QStringLiteral("treasury-account")) ||
-                            o.flags.contains(QStringLiteral("pending"))))
-        return s.refuse(QStringLiteral("the purchase %1 was settled in a payment run; its "
-                                       "treasury account does not change")
-                            .arg(number));
+    if (loaded->settled &&
+        refusedForSettled(
+            s, o, QStringLiteral("the purchase %1 was settled in a payment run").arg(number)))
+        return kRefused;
     return post(s, o, loaded->entry);
 }
 

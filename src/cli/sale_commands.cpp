@@ -2,7 +2,6 @@
 // entry in the screen's order, then verified, written and journalled by the screen's logic.
 #include "commands.h"
 #include "context/messages.h"
-#include "context/month_lock.h"
 #include "context/working_context.h"
 #include "entry_common.h"
 #include "master/accounts.h"
@@ -21,29 +20,12 @@ namespace {
 
 using sales::SaleEntry;
 
-const QString kOtros = QStringLiteral("otros");
-
 // Every word checked before anything is opened.
 void checkWords(const CliOptions& o) {
-    checkDayMonth(o);
     QStringList amounts{"total", "irpf-base", "irpf-amount"};
     for (std::size_t i = 0; i < 3; ++i)
         amounts << optionName("base", i) << optionName("iva", i) << optionName("re", i);
-    for (const QString& option : amounts)
-        if (o.given(option)) amountArgument(option, o.value(option));
-    if (o.given(QStringLiteral("irpf-percent")))
-        rateArgument(QStringLiteral("irpf-percent"), o.value(QStringLiteral("irpf-percent")));
-    if (o.given(QStringLiteral("rate")) && o.value(QStringLiteral("rate")) != kOtros)
-        rateArgument(QStringLiteral("rate"), o.value(QStringLiteral("rate")));
-    if (o.given(QStringLiteral("series")))
-        choiceArgument(QStringLiteral("series"), o.value(QStringLiteral("series")),
-                       {"/Abon", "/Rect"});
-    if (o.given(QStringLiteral("due"))) dueArgument(o.value(QStringLiteral("due")));
-    if (o.given(QStringLiteral("classification")))
-        choiceArgument(QStringLiteral("classification"), o.value(QStringLiteral("classification")),
-                       {"intra", "canarias"});
-    if (o.given(QStringLiteral("treasury-account")) && o.flags.contains(QStringLiteral("pending")))
-        throw UsageError{QStringLiteral("--treasury-account and --pending exclude each other")};
+    checkPostingWords(o, amounts);
 }
 
 // What an exercise, a company or the billing module leave out of the screen.
@@ -56,28 +38,11 @@ bool fieldsExist(Session& s, const CliOptions& o) {
                      .arg(o.command));
         return false;
     }
-    for (const char* option : {"treasury-account", "pending", "due"})
-        if (o.given(QString::fromLatin1(option)) &&
-            !needsTreasury(s, QStringLiteral("--") + QString::fromLatin1(option)))
-            return false;
-    if (o.given(QStringLiteral("classification")) && !ctx.Intra) {
-        s.refuse(QStringLiteral("--classification needs the classification of invoices, which "
-                                "the company \"%1\" does not have")
-                     .arg(ctx.EmpresaNom));
-        return false;
-    }
-    if (!sales::isTickets(ctx)) return true;
     // A shop's takings have no customer, no split, no amounts panel and no withholding.
     QStringList hidden{"customer", "rate", "irpf-base", "irpf-percent", "irpf-amount"};
     for (std::size_t i = 0; i < 3; ++i)
         hidden << optionName("base", i) << optionName("iva", i) << optionName("re", i);
-    for (const QString& option : hidden)
-        if (o.given(option)) {
-            s.refuse(
-                QStringLiteral("--%1 does not go with an exercise of kind TICKETS").arg(option));
-            return false;
-        }
-    return true;
+    return postingOptionsExist(s, o, hidden);
 }
 
 // The customer taken from the list: the name found without regard to case gives the row's
@@ -103,31 +68,6 @@ void takeAccount(const WorkingContext& ctx, const QString& typed, SaleEntry& e) 
         }
 }
 
-// The rate of CmbIva: "0", one of the exercise's three, or "otros" (0: bases by hand).
-std::optional<double> splitRate(Session& s, const CliOptions& o, bool basesTyped) {
-    const WorkingContext& ctx = s.ctx;
-    if (sales::isTickets(ctx)) return 0.0;
-    if (!o.given(QStringLiteral("rate"))) return basesTyped ? 0.0 : ctx.TipusIVA[0];
-    const QString typed = o.value(QStringLiteral("rate"));
-    if (typed == kOtros) return 0.0;
-    const double rate = QString(typed).replace(u',', u'.').toDouble();
-    if (rate == 0) return 0.0;
-    for (double r : ctx.TipusIVA)
-        if (r != 0 && r == rate) return rate;
-    QStringList rows{QStringLiteral("0")};
-    for (double r : ctx.TipusIVA)
-        if (r != 0) rows << QString::number(r);
-    s.refuse(QStringLiteral("--rate: \"%1\" is not a rate of the exercise (%2 or otros)")
-                 .arg(typed, rows.join(QStringLiteral(", "))));
-    return std::nullopt;
-}
-
-bool anyBaseTyped(const CliOptions& o) {
-    for (std::size_t i = 0; i < 3; ++i)
-        if (o.given(optionName("base", i))) return true;
-    return false;
-}
-
 // IRPF and the amounts panel. A new entry is split by the rate first (leaving CmbIva); a base
 // typed afterwards takes its quotas as leaving txtBase(i) does, and a quota typed overrides.
 bool takeAmounts(Session& s, const CliOptions& o, SaleEntry& e) {
@@ -139,7 +79,10 @@ bool takeAmounts(Session& s, const CliOptions& o, SaleEntry& e) {
     if (irpfBase) e.txtBaseIRPF = fieldAmount(ctx, o.value(QStringLiteral("irpf-base")));
     if (irpfPercent) e.Text1 = percentField(ctx, o.value(QStringLiteral("irpf-percent")));
     if (e.isNew()) {
-        const auto rate = splitRate(s, o, anyBaseTyped(o));
+        const auto rate = isTickets(ctx)
+                              ? std::optional<double>(0.0)
+                              : splitRate(s, o, {ctx.TipusIVA.begin(), ctx.TipusIVA.end()},
+                                          anyBaseTyped(o, 3), QStringLiteral("rate"));
         if (!rate) return false;
         sales::Reparteix_Total(ctx, e, *rate, e.reEnabled);
     } else if (irpfBase || irpfPercent) {
@@ -179,9 +122,7 @@ bool takeTreasury(Session& s, const CliOptions& o, SaleEntry& e) {
 void takeTexts(const Session& s, const CliOptions& o, SaleEntry& e) {
     takeText(o, "description", e.txtdescripcio);
     takeText(o, "series", e.cmbSerie);
-    if (o.given(QStringLiteral("classification")))
-        e.clasificacion =
-            Missatge(s.ctx, o.value(QStringLiteral("classification")) == u"intra" ? 6855 : 6856);
+    if (o.given(QStringLiteral("classification"))) e.clasificacion = classificationText(s.ctx, o);
     for (std::size_t i = 0; i < e.concepte.size(); ++i)
         if (o.given(optionName("concept", i))) e.concepte[i] = o.value(optionName("concept", i));
 }
@@ -219,9 +160,7 @@ int post(Session& s, const CliOptions& o, SaleEntry& e) {
 }
 
 bool enterSales(Session& s, const CliOptions& o, const ExerciseWords& w) {
-    if (!enterMasterFiles(s, w)) return false;
-    loadMonthLock(s.ctx);
-    return fieldsExist(s, o);
+    return enterPostingScreen(s, w) && fieldsExist(s, o);
 }
 
 }  // namespace
@@ -233,9 +172,7 @@ int postSaleCommand(Session& s, const CliOptions& o) {
     SaleEntry e;
     e.txtdescripcio = QStringLiteral("-");
     e.venciment = QDate::currentDate();
-    // On entering txtMes, a single open month is offered.
-    if (!o.given(QStringLiteral("month")))
-        if (const auto month = Mes_Per_Defecte(s.ctx)) e.txtMes = QString::number(*month);
+    offerOpenMonth(s.ctx, o, e.txtMes);
     return post(s, o, e);
 }
 
@@ -247,11 +184,10 @@ int changeSaleCommand(Session& s, const CliOptions& o) {
     auto loaded = sales::Modifica_Venda(s.ctx, number);
     if (!loaded) return noSuchRecord(s, QStringLiteral("sale"), number);
     // A sale settled in a collection run hides the treasury frame: its money rows stay.
-    if (loaded->settled && (o.given(QStringLiteral("treasury-account")) ||
-                            o.flags.contains(QStringLiteral("pending"))))
-        return s.refuse(QStringLiteral("the sale %1 was settled in a collection run; its "
-                                       "treasury account does not change")
-                            .arg(number));
+    if (loaded->settled &&
+        refusedForSettled(
+            s, o, QStringLiteral("the sale %1 was settled in a collection run").arg(number)))
+        return kRefused;
     SaleEntry& e = loaded->entry;
     e.reEnabled = sales::Client_RE(s.ctx, e.txtClient);
     return post(s, o, e);

@@ -2,6 +2,7 @@
 
 #include "common_helpers.h"
 #include "messages.h"
+#include "working_context.h"
 
 namespace tallora {
 namespace {
@@ -36,6 +37,12 @@ std::vector<JournalRow> journalTitle(const WorkingContext& ctx, const QDateTime&
                                  now.toString(QStringLiteral("hh:mm:ss")));
     rows.add(journal::Blank);
     return rows.take();
+}
+
+void JournalRows::settledBy(const WorkingContext& ctx, const QString& account) {
+    // Paid or pending only means something where the company keeps treasury.
+    if (!ctx.Tesoreria) return;
+    add(journal::Desc, account.isEmpty() ? Missatge(ctx, 6676) : Missatge(ctx, 6677) + account);
 }
 
 void JournalRows::closingAmounts(const WorkingContext& ctx, Money exempt, Money irpfBase,

@@ -51,6 +51,9 @@ public:
         add(value > Money{} ? journal::ImportVerd : journal::ImportVermell, text);
     }
     void push(JournalRow row) { rows_.push_back(std::move(row)); }
+    // With treasury control, who settled the entry: message 6677 and the account, or 6676
+    // when none (pending).
+    void settledBy(const WorkingContext& ctx, const QString& account);
     // The closing amounts of a posting: the exempt base and the withholding when not zero,
     // then the total.
     void closingAmounts(const WorkingContext& ctx, Money exempt, Money irpfBase,

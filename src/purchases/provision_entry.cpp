@@ -1,5 +1,7 @@
 #include "provision_entry.h"
 
+#include "purchase_entry.h"
+
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/month_lock.h"
@@ -25,8 +27,7 @@ std::vector<PartyItem> partyList(const WorkingContext& ctx, bool suplido) {
 
 std::int64_t Calcula_OrdreSupl(const WorkingContext& ctx) {
     store::Database db = store::Database::open(ctx.exerciseFile(schema::db::Supl));
-    auto st = db.prepare(QStringLiteral("select Ordre from Suplidos order by Ordre desc"));
-    return st.next() ? st.int64(0) + 1 : 1;
+    return nextOrdre(db, QStringLiteral("Suplidos"));
 }
 
 ProvisionField Verifica_Suplido(const WorkingContext& ctx, Dialogs& dialogs, ProvisionEntry& e) {

@@ -4,7 +4,6 @@
 #include "context/working_context.h"
 #include "schema/creation.h"
 #include "store/database.h"
-#include "store/schema_objects.h"
 
 namespace tallora::purchases {
 namespace {
@@ -54,11 +53,7 @@ QString provisionSelectionSql(const WorkingContext& ctx, const ProvisionFilter& 
 
 ProvisionSearch Buscar_Suplidos(const WorkingContext& ctx, const ProvisionFilter& filter) {
     Database db = Database::open(ctx.exerciseFile(schema::db::Supl));
-    try {
-        store::dropQuery(db, QStringLiteral("selfras"));
-    } catch (const store::StoreError&) {
-    }
-    store::createQuery(db, QStringLiteral("SelFras"), provisionSelectionSql(ctx, filter));
+    schema::replaceSelFras(db, provisionSelectionSql(ctx, filter));
     ProvisionSearch search;
     auto st = db.prepare(QStringLiteral(
         "select Ordre, data, NomProveidor, NomTipus, descripcio, TOTAL from SelFras"));

@@ -1,10 +1,11 @@
 #include "provision_posting.h"
 
+#include "purchase_entry.h"
+
 #include "context/common_helpers.h"
 #include "context/messages.h"
 #include "context/working_context.h"
 #include "schema/creation.h"
-#include "schema/lookups.h"
 #include "schema/money_rows.h"
 #include "store/database.h"
 
@@ -56,11 +57,7 @@ ProvisionResult GrabaApunt(const WorkingContext& ctx, ProvisionEntry& entry) {
                 .bind(7, captionDate(e.lblFecha));
         };
         if (e.isNew()) {
-            {
-                auto last =
-                    db.prepare(QStringLiteral("select Ordre from Suplidos order by Ordre desc"));
-                result.ordre = last.next() ? last.int64(0) + 1 : 1;
-            }
+            result.ordre = nextOrdre(db, QStringLiteral("Suplidos"));
             if (e.txtdescripcio == QStringLiteral("-"))
                 e.txtdescripcio = QString::number(result.ordre);
             auto st = db.prepare(QStringLiteral(
@@ -100,15 +97,11 @@ std::optional<ProvisionEntry> Modifica_Suplido(const WorkingContext& ctx, const 
     const std::int64_t ordre = number.trimmed().toLongLong(&numeric);
     if (!numeric) return std::nullopt;
     ProvisionEntry e;
-    if (ctx.Tesoreria) {
-        Database tesorer = Database::open(ctx.exerciseFile(schema::db::Tesorer));
-        auto st = tesorer.prepare(QStringLiteral("select entidad from movimientos where Supl = ?"));
-        st.bind(1, ordre);
-        if (st.next()) {
-            e.entitat = schema::Nom_Entitat(ctx, QString::number(st.int64(0)));
-            if (!e.entitat.isEmpty()) e.entitatId = st.int64(0);
+    if (ctx.Tesoreria)
+        if (const auto account = schema::movementAccount(ctx, QStringLiteral("Supl"), ordre)) {
+            e.entitat = account->name;
+            e.entitatId = account->id;
         }
-    }
     Database db = Database::open(ctx.exerciseFile(schema::db::Supl));
     auto st = db.prepare(QStringLiteral(
         "select Ordre, data, NomProveidor, Proveidor, Tipus, descripcio, TOTAL from Suplidos "
@@ -137,9 +130,7 @@ std::vector<JournalRow> Diari_Suplido(const WorkingContext& ctx, const Provision
     rows.add(journal::Desc, e.txtClient);
     rows.add(journal::Desc, Missatge(ctx, e.suplido ? 6501 : 6502));
     rows.add(journal::Desc, QStringLiteral("Descrip.: ") + e.txtdescripcio);
-    if (ctx.Tesoreria)
-        rows.add(journal::Desc,
-                 e.entitat.isEmpty() ? Missatge(ctx, 6676) : Missatge(ctx, 6677) + e.entitat);
+    rows.settledBy(ctx, e.entitat);
     const Money total = amountOf(ctx, e.txtTotal);
     rows.amount(QStringLiteral("TOTAL: ") + Format_Import(ctx, total), total);
     rows.result(ctx, result.affected, result.ordre);

@@ -3,7 +3,7 @@
 #include "context/common_helpers.h"
 #include "context/working_context.h"
 #include "schema/creation.h"
-#include "schema/lookups.h"
+#include "schema/money_rows.h"
 #include "store/database.h"
 
 namespace tallora::purchases {
@@ -12,12 +12,9 @@ namespace {
 using store::Database;
 
 void loadTreasury(const WorkingContext& ctx, std::int64_t ordre, PurchaseEntry& e) {
-    Database db = Database::open(ctx.exerciseFile(schema::db::Tesorer));
-    auto st = db.prepare(QStringLiteral("select entidad from movimientos where FrasIn = ?"));
-    st.bind(1, ordre);
-    if (st.next()) {
-        e.entitat = schema::Nom_Entitat(ctx, QString::number(st.int64(0)));
-        if (!e.entitat.isEmpty()) e.entitatId = st.int64(0);
+    if (const auto account = schema::movementAccount(ctx, QStringLiteral("FrasIn"), ordre)) {
+        e.entitat = account->name;
+        e.entitatId = account->id;
     }
     Database cartera = Database::open(ctx.companyFile(schema::db::Cartera));
     auto receipt = cartera.prepare(

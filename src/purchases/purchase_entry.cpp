@@ -48,14 +48,22 @@ std::optional<ExpenseAccount> Verifica_compte_Despesa(const WorkingContext& ctx,
     return ExpenseAccount{st.int64(2), st.text(3), st.int64(1), st.text(0)};
 }
 
+QString rateText(const WorkingContext& ctx, double rate) {
+    return QString::number(rate).replace(u'.', ctx.decimalMark());
+}
+
 QString Periode(const QDate& date) {
     return QString::number((date.month() - 1) / 3 + 1) + QLatin1Char('T');
 }
 
-std::int64_t Calcula_Ordre(const WorkingContext& ctx) {
-    Database d = Database::open(ctx.exerciseFile(schema::db::FrasIn));
-    auto st = d.prepare(QStringLiteral("select Ordre from FrasIN order by Ordre desc"));
+std::int64_t nextOrdre(Database& db, const QString& table) {
+    auto st = db.prepare(QStringLiteral("select Ordre from %1 order by Ordre desc").arg(table));
     return st.next() ? st.int64(0) + 1 : 1;
+}
+
+std::int64_t Calcula_Ordre(const WorkingContext& ctx) {
+    Database db = Database::open(ctx.exerciseFile(schema::db::FrasIn));
+    return nextOrdre(db, QStringLiteral("FrasIN"));
 }
 
 void Calcula_Bases(const WorkingContext& ctx, PurchaseEntry& e, double rate) {

@@ -10,6 +10,7 @@
 #include "context/entry_fields.h"
 #include "context/fwd.h"
 #include "context/money.h"
+#include "store/database.h"
 
 #include <QDate>
 #include <QString>
@@ -84,10 +85,16 @@ bool Verifica_Proveidor(const WorkingContext& ctx, const QString& name);
 std::optional<ExpenseAccount> Verifica_compte_Despesa(const WorkingContext& ctx, int group,
                                                       const QString& name);
 
+// A rate as its captions show it, with the program's decimal mark ("21", "4,5").
+QString rateText(const WorkingContext& ctx, double rate);
+
 // "1T" to "4T" by the month of `date`.
 QString Periode(const QDate& date);
 
-// Calcula_Ordre read outside a posting: the highest Ordre of FrasIN plus one, 1 when empty.
+// The highest Ordre of `table` (FrasIN, Suplidos) on `db` plus one, 1 when empty: numbers
+// freed at the top are used again. A posting calls it inside its transaction.
+std::int64_t nextOrdre(store::Database& db, const QString& table);
+// Calcula_Ordre read outside a posting.
 std::int64_t Calcula_Ordre(const WorkingContext& ctx);
 
 // Splits the total (plus the withholding) by `rate` (percent) into base and quota of the

@@ -9,7 +9,6 @@
 #include "schema/lookups.h"
 #include "schema/money_rows.h"
 #include "store/database.h"
-#include "store/schema_objects.h"
 
 namespace tallora::purchases {
 namespace {
@@ -32,8 +31,8 @@ QString orderBy(PurchaseOrder order) {
     return {};
 }
 
-QString rateText(double rate, QChar mark) {
-    return QString::number(rate).replace(u'.', mark) + QLatin1Char('%');
+QString percentText(const WorkingContext& ctx, double rate) {
+    return rateText(ctx, rate) + QLatin1Char('%');
 }
 
 }  // namespace
@@ -75,12 +74,7 @@ QString selectionSql(const WorkingContext& ctx, const PurchaseFilter& f) {
 
 PurchaseSearch Buscar(const WorkingContext& ctx, const PurchaseFilter& filter) {
     Database db = Database::open(ctx.exerciseFile(schema::db::FrasIn));
-    // It does not exist on first use.
-    try {
-        store::dropQuery(db, QStringLiteral("selfras"));
-    } catch (const store::StoreError&) {
-    }
-    store::createQuery(db, QStringLiteral("SelFras"), selectionSql(ctx, filter));
+    schema::replaceSelFras(db, selectionSql(ctx, filter));
     PurchaseSearch search;
     auto st = db.prepare(QStringLiteral(
         "select Ordre, data, NomProveidor, NomCompte, descripcio, TOTAL from SelFras"));
@@ -137,22 +131,18 @@ std::optional<PurchaseDetail> Mes_FraIN(const WorkingContext& ctx, std::int64_t 
         static const char* const bases[] = {"Base1", "Base2", "Base3", "Base4"};
         static const char* const ivas[] = {"Iva1", "Iva2", "Iva3", "Iva4"};
         for (std::size_t i = 0; i < 4; ++i)
-            d.MesGrid.push_back({rateText(st.money(col(rates[i])).toDouble(), ctx.decimalMark()),
+            d.MesGrid.push_back({percentText(ctx, st.money(col(rates[i])).toDouble()),
                                  amount(bases[i]), amount(ivas[i])});
         d.MesGrid.push_back({QStringLiteral("0%"), amount("Exempta"), QStringLiteral("0,00")});
     }
-    d.MesGridIRPF = {rateText(st.money(col("TipusIRPF")).toDouble(), ctx.decimalMark()),
-                     amount("BaseIRPF"), amount("Retencio")};
+    d.MesGridIRPF = {percentText(ctx, st.money(col("TipusIRPF")).toDouble()), amount("BaseIRPF"),
+                     amount("Retencio")};
     d.lblMesTotal = QStringLiteral("TOTAL: ") + amount("TOTAL");
     if (ctx.Tesoreria) {
         const bool paid = st.boolean(col("Pagada"));
-        Database tesorer = Database::open(ctx.exerciseFile(schema::db::Tesorer));
-        auto movement =
-            tesorer.prepare(QStringLiteral("select entidad from movimientos where FrasIn = ?"));
-        movement.bind(1, ordre);
-        const bool moved = movement.next();
-        const QString account =
-            moved ? schema::Nom_Entitat(ctx, QString::number(movement.int64(0))) : QString();
+        const auto movement = schema::movementAccount(ctx, QStringLiteral("FrasIn"), ordre);
+        const bool moved = movement.has_value();
+        const QString account = moved ? movement->name : QString();
         Database cartera = Database::open(ctx.companyFile(schema::db::Cartera));
         auto receipt = cartera.prepare(
             QStringLiteral("select Id from cartera where FrasIn = ? and Ejercicio = ?"));

@@ -15,10 +15,7 @@ std::vector<JournalRow> Diari_Apunt(const WorkingContext& ctx, const PurchaseEnt
     rows.add(journal::Desc, e.txtDespesa);
     rows.add(journal::Desc, QStringLiteral("Descrip.: ") + e.txtdescripcio + e.cmbSerie);
     if (p.classification && !e.clasificacion.isEmpty()) rows.add(journal::Desc, e.clasificacion);
-    // Paid or pending only means something where the company keeps treasury.
-    if (ctx.Tesoreria)
-        rows.add(journal::Desc,
-                 e.entitat.isEmpty() ? Missatge(ctx, 6676) : Missatge(ctx, 6677) + e.entitat);
+    rows.settledBy(ctx, e.entitat);
     for (std::size_t i = 0; i < 4; ++i) {
         const Money base = amountOf(ctx, e.txtBase[i]);
         if (base == Money{}) continue;

@@ -138,11 +138,6 @@ Database openPosting(const WorkingContext& ctx) {
     return db;
 }
 
-std::int64_t nextOrdre(Database& db) {
-    auto st = db.prepare(QStringLiteral("select Ordre from FrasIN order by Ordre desc"));
-    return st.next() ? st.int64(0) + 1 : 1;
-}
-
 }  // namespace
 
 std::optional<std::int64_t> treasuryAccount(const WorkingContext& ctx, const PurchaseEntry& e) {
@@ -163,7 +158,7 @@ PostingResult GrabaApunt(const WorkingContext& ctx, PurchaseEntry& entry,
         Database db = openPosting(ctx);
         Transaction tx(db, Transaction::Kind::Immediate);
         if (e.isNew()) {
-            result.ordre = nextOrdre(db);
+            result.ordre = nextOrdre(db, QStringLiteral("FrasIN"));
             if (e.txtdescripcio == QStringLiteral("-"))
                 e.txtdescripcio = QString::number(result.ordre);
             insertPurchase(ctx, db, e, account, result.ordre, entitat.has_value());

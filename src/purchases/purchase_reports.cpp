@@ -1,5 +1,7 @@
 #include "purchase_reports.h"
 
+#include "purchase_entry.h"
+
 #include "context/entry_fields.h"
 #include "context/messages.h"
 #include "context/working_context.h"
@@ -29,8 +31,7 @@ void fillPurchaseList(report::ReportJob& job, const WorkingContext& ctx, const Q
         for (std::size_t slot = 0; slot < 4; ++slot)
             job.Formulas[i++] =
                 textFormula(QStringLiteral("txtbase%1").arg(slot + 1),
-                            QString::number(ctx.TipusIVAs[slot]).replace(u'.', ctx.decimalMark()) +
-                                QStringLiteral(" %"));
+                            rateText(ctx, ctx.TipusIVAs[slot]) + QStringLiteral(" %"));
     job.Formulas[i++] = textFormula(QStringLiteral("lbl_tit_ordre"), Missatge(ctx, 6117));
     job.Formulas[i++] = textFormula(QStringLiteral("lbl_tit_fecha"), Missatge(ctx, 6118));
     job.Formulas[i++] = textFormula(QStringLiteral("lbl_tit_razon_social"), Missatge(ctx, 6511));

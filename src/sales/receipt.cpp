@@ -3,8 +3,8 @@
 #include "context/working_context.h"
 #include "report/report_helpers.h"
 #include "schema/creation.h"
+#include "schema/inquiry_filter.h"
 #include "store/database.h"
-#include "store/schema_objects.h"
 
 namespace tallora::sales {
 
@@ -31,16 +31,10 @@ std::optional<ReceiptFrameTexts> Mostra_Rebut(const WorkingContext& ctx,
 
 void Prepara_SelFras(const WorkingContext& ctx, std::int32_t number) {
     auto db = store::Database::open(ctx.exerciseFile(schema::db::FrasOut));
-    try {
-        store::dropQuery(db, QStringLiteral("selfras"));
-    } catch (const store::StoreError&) {
-        // A query that cannot be dropped is replaced below all the same.
-    }
     // The number is an integer: it reaches the view's text as digits only.
-    store::createQuery(db, QStringLiteral("SelFras"),
-                       QStringLiteral("select * from frasout where Ordre=%1 "
-                                      "order by Ordre desc limit 1")
-                           .arg(number));
+    schema::replaceSelFras(db, QStringLiteral("select * from frasout where Ordre=%1 "
+                                              "order by Ordre desc limit 1")
+                                   .arg(number));
 }
 
 report::ReportResult Imprimeix_Rebut(const WorkingContext& ctx, Dialogs& dialogs,

@@ -5,7 +5,7 @@
 #include "context/messages.h"
 #include "context/working_context.h"
 #include "schema/creation.h"
-#include "schema/lookups.h"
+#include "schema/money_rows.h"
 #include "store/database.h"
 
 namespace tallora::sales {
@@ -15,13 +15,10 @@ using store::Database;
 
 // The treasury account that collected the sale, by its movement.
 void loadAccount(const WorkingContext& ctx, std::int64_t number, SaleEntry& e) {
-    Database db = Database::open(ctx.exerciseFile(schema::db::Tesorer));
-    auto st = db.prepare(QStringLiteral("select entidad from movimientos where FrasOut = ?"));
-    st.bind(1, number);
-    if (!st.next()) return;
-    const QString id = QString::number(st.int64(0));
-    e.entitat = schema::Nom_Entitat(ctx, id);
-    if (!e.entitat.isEmpty()) e.entitatId = st.int64(0);
+    if (const auto account = schema::movementAccount(ctx, QStringLiteral("FrasOut"), number)) {
+        e.entitat = account->name;
+        e.entitatId = account->id;
+    }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "context/working_context.h"
 #include "store/database.h"
+#include "store/schema_objects.h"
 
 #include <stdexcept>
 
@@ -45,6 +46,14 @@ void appendDateAmount(QStringList& conditions, const WorkingContext& ctx,
 QString whereClause(const QStringList& conditions) {
     if (conditions.isEmpty()) return {};
     return QStringLiteral(" where ") + conditions.join(QStringLiteral(" and "));
+}
+
+void replaceSelFras(store::Database& db, const QString& selectSql) {
+    try {
+        store::dropQuery(db, QStringLiteral("selfras"));
+    } catch (const store::StoreError&) {
+    }
+    store::createQuery(db, QStringLiteral("SelFras"), selectSql);
 }
 
 }  // namespace tallora::schema

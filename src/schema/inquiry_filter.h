@@ -3,6 +3,7 @@
 // so must carry their values in the SQL text: every value goes in through SQLite's own
 // quoting, never pasted.
 #include "context/fwd.h"
+#include "store/database.h"
 
 #include <QDate>
 #include <QString>
@@ -32,5 +33,9 @@ void appendDateAmount(QStringList& conditions, const WorkingContext& ctx,
 
 // " where a and b ...", or nothing for no condition.
 QString whereClause(const QStringList& conditions);
+
+// The view SelFras of `db` made anew from `selectSql`. The old one is dropped first (under
+// the name "selfras") with errors ignored: it does not exist on first use.
+void replaceSelFras(store::Database& db, const QString& selectSql);
 
 }  // namespace tallora::schema

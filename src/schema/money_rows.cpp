@@ -2,6 +2,8 @@
 
 #include "context/entry_fields.h"
 #include "context/working_context.h"
+#include "creation.h"
+#include "lookups.h"
 #include "store/store_error.h"
 
 namespace tallora::schema {
@@ -79,6 +81,18 @@ void updateReceipt(store::Database& db, const WorkingContext& ctx, const MoneySi
         .bind(6, ordre)
         .bind(7, ctx.Exercici)
         .execute();
+}
+
+std::optional<MovementAccount> movementAccount(const WorkingContext& ctx, const QString& column,
+                                               std::int64_t number) {
+    store::Database db = store::Database::open(ctx.exerciseFile(db::Tesorer));
+    auto st =
+        db.prepare(QStringLiteral("select entidad from movimientos where %1 = ?").arg(column));
+    st.bind(1, number);
+    if (!st.next()) return std::nullopt;
+    MovementAccount account{Nom_Entitat(ctx, QString::number(st.int64(0))), std::nullopt};
+    if (!account.name.isEmpty()) account.id = st.int64(0);
+    return account;
 }
 
 Money storedAmount(const WorkingContext& ctx, const QString& text) {

@@ -12,6 +12,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <optional>
 
 namespace tallora::schema {
 
@@ -51,6 +52,16 @@ void deleteReceipts(store::Database& db, const WorkingContext& ctx, const MoneyS
 // The receipt of an invoice settled in a run follows the invoice's change.
 void updateReceipt(store::Database& db, const WorkingContext& ctx, const MoneySide& side,
                    const MoneyRow& row, std::int64_t ordre);
+
+// The treasury account of the first movement whose `column` (FrasOut, FrasIn, Supl) holds
+// `number`: its name by Nom_Entitat, and its Id when the name was found. Nothing when no
+// movement has the number. Opens tesorer.mdb of the exercise.
+struct MovementAccount {
+    QString name;
+    std::optional<std::int64_t> id;
+};
+std::optional<MovementAccount> movementAccount(const WorkingContext& ctx, const QString& column,
+                                               std::int64_t number);
 
 // An amount field as it goes into a Currency column; the check of the entry has made it a
 // number, so anything else is a store fault.
