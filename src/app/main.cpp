@@ -1,7 +1,7 @@
 #include "context/program.h"
 #include "context/working_context.h"
-#include "shell/ui/qt_dialogs.h"
 #include "shell/ui/session.h"
+#include "widgets/qt_dialogs.h"
 
 #include <QApplication>
 

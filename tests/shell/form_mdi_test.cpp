@@ -4,15 +4,19 @@
 #include "context/messages.h"
 #include "context/working_context.h"
 #include "master/ui/customers_form.h"
+#include "purchases/ui/form_compres.h"
+#include "purchases/ui/form_cons_in.h"
+#include "purchases/ui/form_cons_supl.h"
+#include "purchases/ui/form_suplidos.h"
 #include "report/ui/report_preview.h"
 #include "sales/ui/form_vendes.h"
 #include "schema/creation.h"
 #include "schema/upgrades.h"
 #include "shell/settings_files.h"
 #include "shell/ui/blockmes.h"
-#include "shell/ui/obre_ajuda.h"
 #include "store/database.h"
 #include "treasury/ui/form_cartera_recibos.h"
+#include "widgets/obre_ajuda.h"
 
 #include <QAction>
 #include <QApplication>
@@ -24,6 +28,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QStatusBar>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QToolBar>
 #include <QtTest>
@@ -137,6 +142,41 @@ private slots:
         QCOMPARE(sales->findChild<QLineEdit*>(QStringLiteral("txtClient"))->text(),
                  QStringLiteral("Bar Centre"));
         QCOMPARE(window.statusPanel(2)->text(), Missatge(ctx, 726));
+    }
+
+    void thePurchasesEntriesOpenTheirScreensAndAnInquiryOpensItsEntry() {
+        WorkingContext ctx = fresh();
+        ScriptedDialogs dialogs;
+        ctx.Directori = program_.path() + QStringLiteral("/purchases/2026/");
+        ctx.Exercici = QStringLiteral("2026");
+        QDir().mkpath(ctx.Directori);
+        schema::createExerciseDatabases(ctx.Directori);
+        schema::Actualitza_Bases(ctx);
+        store::Database::open(ctx.Directori + schema::db::FrasIn)
+            .execute(QStringLiteral("insert into FrasIN (Ordre, data, NomProveidor, Grup) "
+                                    "values (1, '2026-03-02', 'FUSTES PLA', 62)"));
+        FormMDI window(ctx, dialogs);
+        window.show();
+        for (const char* entry : {"frasreb", "MnuSuplidos", "consdes", "mnuconsSupl"}) {
+            QVERIFY(window.menuAction(QString::fromLatin1(entry))->isEnabled());
+            window.menuAction(QString::fromLatin1(entry))->trigger();
+        }
+        window.BarraMDI()->findChild<QAction*>(QStringLiteral("Despeses"))->trigger();
+        // The month lock and one window each.
+        QCOMPARE(window.mdiArea()->subWindowList().size(), 5);
+        auto* purchases = qobject_cast<FormCompres*>(window.mdiArea()->activeSubWindow()->widget());
+        QVERIFY(purchases);
+        window.menuAction(QStringLiteral("consdes"))->trigger();
+        auto* inquiry = qobject_cast<FormConsIN*>(window.mdiArea()->activeSubWindow()->widget());
+        QVERIFY(inquiry);
+        QCOMPARE(inquiry->grid()->rowCount(), 1);
+        inquiry->grid()->selectRow(0);
+        inquiry->Modificar();
+        QCOMPARE(window.mdiArea()->activeSubWindow()->widget(), purchases);
+        QCOMPARE(purchases->findChild<QLineEdit*>(QStringLiteral("txtProveidor"))->text(),
+                 QStringLiteral("FUSTES PLA"));
+        QCOMPARE(window.statusPanel(2)->text(), Missatge(ctx, 726));
+        QVERIFY(qobject_cast<FormSuplidos*>(window.openProvisions()));
     }
 
     void thePortfolioEntryOpensOnePortfolioWithTreasury() {

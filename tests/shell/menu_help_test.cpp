@@ -1,5 +1,5 @@
+#include "context/help_map.h"
 #include "context/messages.h"
-#include "shell/help_map.h"
 #include "shell/menu_tree.h"
 #include "start_fixture.h"
 

@@ -1,6 +1,6 @@
 // The on-screen boxes: each is answered by a click planned before it opens.
-#include "shell/ui/qt_dialogs.h"
-#include "shell/ui/qt_translations.h"
+#include "widgets/qt_dialogs.h"
+#include "widgets/qt_translations.h"
 
 #include <QMessageBox>
 #include <QPushButton>

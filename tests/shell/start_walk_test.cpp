@@ -10,9 +10,9 @@
 #include "shell/ui/form_mdi.h"
 #include "shell/ui/form_menu.h"
 #include "shell/ui/form_seleccio.h"
-#include "shell/ui/obre_ajuda.h"
 #include "shell/ui/session.h"
 #include "store/database.h"
+#include "widgets/obre_ajuda.h"
 
 #include <QAction>
 #include <QApplication>
@@ -168,7 +168,8 @@ private slots:
         QCOMPARE(ctx_.TipusRE[0], 5.2);
         QVERIFY(QFileInfo::exists(ctx_.Directori + QStringLiteral("Supl.mdb")));
         QVERIFY(!shell->menuAction(QStringLiteral("mnu_Tesoreria"))->isVisible());
-        QVERIFY(!shell->menuAction(QStringLiteral("frasreb"))->isEnabled());
+        QVERIFY(shell->menuAction(QStringLiteral("frasreb"))->isEnabled());
+        QVERIFY(!shell->menuAction(QStringLiteral("consing"))->isEnabled());
         QVERIFY(shell->menuAction(QStringLiteral("mnubloc"))->isEnabled());
 
         // Closing the window asks; No stays.

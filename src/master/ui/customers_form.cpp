@@ -4,7 +4,7 @@
 #include "context/messages.h"
 #include "context/working_context.h"
 #include "field_grid.h"
-#include "shell/ui/field_behaviour.h"
+#include "widgets/field_behaviour.h"
 
 #include <QCheckBox>
 #include <QKeyEvent>

@@ -1,6 +1,6 @@
 #include "field_grid.h"
 
-#include "shell/ui/field_behaviour.h"
+#include "widgets/field_behaviour.h"
 
 #include <QGridLayout>
 #include <QLabel>

@@ -2,8 +2,8 @@
 
 #include "context/messages.h"
 #include "context/working_context.h"
-#include "shell/ui/field_behaviour.h"
-#include "shell/ui/screen_style.h"
+#include "widgets/field_behaviour.h"
+#include "widgets/screen_style.h"
 
 #include <QAction>
 #include <QApplication>

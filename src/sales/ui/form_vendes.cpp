@@ -6,9 +6,11 @@
 #include "context/working_context.h"
 #include "master/accounts.h"
 #include "schema/creation.h"
-#include "shell/ui/field_behaviour.h"
-#include "shell/ui/screen_style.h"
 #include "store/database.h"
+#include "widgets/entry_parts.h"
+#include "widgets/field_behaviour.h"
+#include "widgets/journal_list.h"
+#include "widgets/screen_style.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -24,24 +26,8 @@
 #include <QVBoxLayout>
 
 namespace tallora {
-namespace {
 
-QFrame* frame(const QString& name, QWidget* parent) {
-    auto* f = new QFrame(parent);
-    f->setObjectName(name);
-    f->setFrameShape(QFrame::StyledPanel);
-    return f;
-}
-
-QLabel* heading(const QString& text, QWidget* parent) {
-    auto* l = new QLabel(text, parent);
-    QFont font = l->font();
-    font.setBold(true);
-    l->setFont(font);
-    return l;
-}
-
-}  // namespace
+using ui::heading;
 
 FormVendes::FormVendes(WorkingContext& ctx, Dialogs& dialogs, report::ReportJob* job,
                        report::ReportOutput* output, QWidget* parent)
@@ -67,10 +53,7 @@ FormVendes::FormVendes(WorkingContext& ctx, Dialogs& dialogs, report::ReportJob*
 
     auto* right = new QVBoxLayout;
     right->addWidget(heading(m(630).trimmed(), this));
-    ListRegistres = new QListWidget(this);
-    ListRegistres->setObjectName(QStringLiteral("ListRegistres"));
-    ListRegistres->setFocusPolicy(Qt::ClickFocus);
-    ListRegistres->setMinimumWidth(280);
+    ListRegistres = ui::journalList(this);
     connect(ListRegistres, &QListWidget::itemDoubleClicked, this,
             &FormVendes::journalDoubleClicked);
     right->addWidget(ListRegistres, 1);
@@ -112,7 +95,7 @@ QLabel* FormVendes::caption(const QString& name, const QString& text, QWidget* b
     auto* l = new QLabel(text, this);
     l->setObjectName(name);
     l->setBuddy(buddy);
-    labels_.insert(buddy, l);
+    labels_.add(buddy, l);
     return l;
 }
 
@@ -250,7 +233,7 @@ QWidget* FormVendes::buildEntry() {
 }
 
 QWidget* FormVendes::buildTreasury() {
-    FrameTesoreria = frame(QStringLiteral("FrameTesoreria"), this);
+    FrameTesoreria = ui::panelFrame(QStringLiteral("FrameTesoreria"), this);
     auto* row = new QHBoxLayout(FrameTesoreria);
     row->setContentsMargins(6, 4, 6, 4);
     ListEntitats = new QComboBox(this);
@@ -273,7 +256,7 @@ QWidget* FormVendes::buildTreasury() {
 
 QWidget* FormVendes::buildWorkArea() {
     work_ = new QStackedWidget(this);
-    FrameList = frame(QStringLiteral("FrameList"), this);
+    FrameList = ui::panelFrame(QStringLiteral("FrameList"), this);
     auto* lists = new QStackedWidget(FrameList);
     lists->setObjectName(QStringLiteral("lists"));
     ListClients = new QListWidget(this);
@@ -297,7 +280,7 @@ QWidget* FormVendes::buildWorkArea() {
 }
 
 QWidget* FormVendes::buildAmountsPanel() {
-    PanelIVA = frame(QStringLiteral("PanelIVA"), this);
+    PanelIVA = ui::panelFrame(QStringLiteral("PanelIVA"), this);
     auto* g = new QGridLayout(PanelIVA);
     g->setContentsMargins(8, 6, 8, 6);
     g->addWidget(heading(m(652), PanelIVA), 0, 0, 1, 4);
@@ -324,9 +307,9 @@ QWidget* FormVendes::buildAmountsPanel() {
             ui::makeAmountField(ctx_, f);
             f->setToolTip(f == txtBase[i] ? m(632) : f == txtIVA[i] ? m(633) : m(634));
         }
-        labels_.insert(txtBase[i], lblbase[i]);
-        labels_.insert(txtIVA[i], lblQuota[i]);
-        labels_.insert(txtRE[i], lblRE[i]);
+        labels_.add(txtBase[i], lblbase[i]);
+        labels_.add(txtIVA[i], lblQuota[i]);
+        labels_.add(txtRE[i], lblRE[i]);
         auto* rate = new QHBoxLayout;
         rate->addWidget(lbliva[i]);
         rate->addStretch(1);
@@ -350,7 +333,7 @@ QWidget* FormVendes::buildAmountsPanel() {
 }
 
 QWidget* FormVendes::buildReceiptFrame() {
-    FRAME_recibos = frame(QStringLiteral("FRAME_recibos"), this);
+    FRAME_recibos = ui::panelFrame(QStringLiteral("FRAME_recibos"), this);
     auto* v = new QVBoxLayout(FRAME_recibos);
     v->setContentsMargins(8, 6, 8, 6);
     lbl_rebut_titol = heading(QString(), FRAME_recibos);

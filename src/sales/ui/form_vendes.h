@@ -17,8 +17,8 @@
 #include "sales/sale_entry.h"
 #include "sales/sale_journal.h"
 #include "sales/sale_validation.h"
+#include "widgets/entry_parts.h"
 
-#include <QHash>
 #include <QWidget>
 
 #include <array>
@@ -118,7 +118,6 @@ private:
     void amountLeft(QLineEdit* w);
     void irpfPercentChanged();
     void showPanel(QWidget* page);
-    void moveListSelection(QListWidget* list, int step);
     void focus(QWidget* w);
     void beep();
     void setStatus(const QString& text);
@@ -161,7 +160,7 @@ private:
     QLabel *lblclient, *lblcmbIVA, *lblRetencio, *lblBaseIRPF, *lblText1;
 
     // The labels made bold with their field, and the fields in Enter order.
-    QHash<QWidget*, QLabel*> labels_;
+    ui::BoldLabels labels_;
     QList<QWidget*> order_;
 
     Money exempta_;

@@ -6,6 +6,7 @@
 #include "context/messages.h"
 #include "context/month_lock.h"
 #include "context/working_context.h"
+#include "widgets/entry_parts.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -17,20 +18,10 @@
 #include <QStackedWidget>
 
 namespace tallora {
-namespace {
 
-bool isEnter(int key) {
-    return key == Qt::Key_Return || key == Qt::Key_Enter;
-}
-
-void setBold(QWidget* w, bool bold) {
-    QFont font = w->font();
-    if (font.bold() == bold) return;
-    font.setBold(bold);
-    w->setFont(font);
-}
-
-}  // namespace
+using ui::isEnter;
+using ui::moveListSelection;
+using ui::selectPrefix;
 
 void FormVendes::beep() {
     dialogs_.beep();
@@ -92,30 +83,13 @@ bool FormVendes::eventFilter(QObject* watched, QEvent* event) {
     }
     if (isEnter(key->key())) return enterPressed(w);
     if (key->key() == Qt::Key_Up) return upPressed(w);
-    if (key->key() == Qt::Key_Down && (w == txtClient || w == txtTipus)) {
-        moveListSelection(w == txtClient ? ListClients : ListVendes, 1);
-        return true;
-    }
-    if (key->key() == Qt::Key_Right && (w == txtClient || w == txtTipus)) {
-        auto* line = static_cast<QLineEdit*>(w);
-        if (line->cursorPosition() < line->text().size()) return false;
-        QListWidget* list = w == txtClient ? ListClients : ListVendes;
-        if (list->currentRow() < 0 && list->count() > 0) list->setCurrentRow(0);
-        list->setFocus();
-        return true;
-    }
-    if (key->key() == Qt::Key_Left && (w == ListClients || w == ListVendes)) {
-        focus(w == ListClients ? txtClient : txtTipus);
-        return true;
-    }
-    return false;
+    return ui::listFieldKey(w, key, txtClient, ListClients) ||
+           ui::listFieldKey(w, key, txtTipus, ListVendes);
 }
 
 // Bold goes with the focus: the label of the field in hand, and nothing else.
 void FormVendes::NEGRETES(QWidget* focused) {
-    for (auto it = labels_.cbegin(); it != labels_.cend(); ++it) setBold(it.value(), false);
-    if (QLabel* label = labels_.value(focused)) setBold(label, true);
-    if (auto* line = qobject_cast<QLineEdit*>(focused)) line->selectAll();
+    labels_.mark(focused);
 }
 
 void FormVendes::showPanel(QWidget* page) {
@@ -264,28 +238,6 @@ bool FormVendes::dateChecked() {
     return true;
 }
 
-namespace {
-
-// The list-box prefix search: the first row that starts with the text, none for no match.
-void selectPrefix(QListWidget* list, const QString& text) {
-    if (text.isEmpty()) {
-        list->setCurrentRow(-1);
-        list->clearSelection();
-        return;
-    }
-    for (int row = 0; row < list->count(); ++row) {
-        if (list->item(row)->text().startsWith(text, Qt::CaseInsensitive)) {
-            list->setCurrentRow(row);
-            list->scrollToItem(list->item(row));
-            return;
-        }
-    }
-    list->setCurrentRow(-1);
-    list->clearSelection();
-}
-
-}  // namespace
-
 void FormVendes::customerTyped(const QString& text) {
     selectPrefix(ListClients, text);
     // RE follows the customer, so the amounts are recomputed, except while a posted sale
@@ -300,14 +252,9 @@ void FormVendes::accountTyped(const QString& text) {
     selectPrefix(ListVendes, text);
 }
 
-void FormVendes::moveListSelection(QListWidget* list, int step) {
-    const int row = std::clamp(list->currentRow() + step, 0, list->count() - 1);
-    if (list->count() > 0) list->setCurrentRow(row);
-}
-
 void FormVendes::takeCustomer() {
-    QListWidgetItem* item = ListClients->currentItem();
-    if (!item || !item->isSelected()) {
+    QListWidgetItem* item = ui::selectedItem(ListClients);
+    if (!item) {
         beep();
         focus(txtClient);
         return;
@@ -318,8 +265,8 @@ void FormVendes::takeCustomer() {
 }
 
 void FormVendes::takeAccount() {
-    QListWidgetItem* item = ListVendes->currentItem();
-    if (!item || !item->isSelected()) {
+    QListWidgetItem* item = ui::selectedItem(ListVendes);
+    if (!item) {
         beep();
         focus(txtTipus);
         return;

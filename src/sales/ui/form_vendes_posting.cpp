@@ -9,6 +9,7 @@
 #include "sales/sale_posting.h"
 #include "sales/sale_validation.h"
 #include "store/store_error.h"
+#include "widgets/journal_list.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -23,34 +24,6 @@
 #include <QStackedWidget>
 
 namespace tallora {
-namespace {
-
-struct Look {
-    const char* kind;
-    QColor colour;
-    bool bold;
-};
-
-// The colour of each kind of journal row.
-const Look* lookOf(const QString& kind) {
-    static const Look looks[] = {
-        {"titol", QColor(0x00, 0x00, 0x80), true},
-        {"START", QColor(0x00, 0x00, 0x80), true},
-        {"final", QColor(0x80, 0x80, 0x80), false},
-        {"IMPORT_VERD", QColor(0x00, 0x70, 0x00), false},
-        {"IMPORT_VERMELL", QColor(0xC0, 0x00, 0x00), false},
-        {"resultadoSI", QColor(0x00, 0x70, 0x00), true},
-        {"resultadoNO", QColor(0xC0, 0x00, 0x00), true},
-    };
-    for (const Look& look : looks)
-        if (kind == QLatin1String(look.kind)) return &look;
-    return nullptr;
-}
-
-constexpr int kNumberRole = Qt::UserRole;
-constexpr int kKindRole = Qt::UserRole + 1;
-
-}  // namespace
 
 sales::SaleEntry FormVendes::entry() const {
     sales::SaleEntry e;
@@ -254,28 +227,12 @@ void FormVendes::Fi_Apunt() {
 }
 
 void FormVendes::Escriu_Diari(const sales::JournalRow& row) {
-    auto* item = new QListWidgetItem(row.text, ListRegistres);
-    item->setData(kNumberRole, QVariant::fromValue<qint64>(row.number));
-    item->setData(kKindRole, row.kind);
-    if (const Look* look = lookOf(row.kind)) {
-        item->setForeground(look->colour);
-        QFont font = ListRegistres->font();
-        font.setBold(look->bold);
-        item->setFont(font);
-    } else if (row.opensChange()) {
-        item->setForeground(QColor(0x00, 0x00, 0xFF));
-        QFont font = ListRegistres->font();
-        font.setUnderline(true);
-        item->setFont(font);
-        item->setToolTip(QString::number(row.number));
-    }
-    ListRegistres->scrollToItem(item);
+    ui::writeJournalRow(ListRegistres, row);
 }
 
 void FormVendes::journalDoubleClicked() {
-    const QListWidgetItem* item = ListRegistres->currentItem();
-    if (!item || item->data(kKindRole).toString() != sales::journal::Modificar) return;
-    Modifica_Venda(QString::number(item->data(kNumberRole).toLongLong()), true);
+    if (const auto number = ui::reopenNumber(ListRegistres))
+        Modifica_Venda(QString::number(*number), true);
 }
 
 void FormVendes::Modifica_Venda(const QString& number, bool fromJournal) {

@@ -4,9 +4,9 @@
 #include "context/messages.h"
 #include "context/month_lock.h"
 #include "context/working_context.h"
-#include "field_behaviour.h"
-#include "obre_ajuda.h"
-#include "screen_style.h"
+#include "widgets/field_behaviour.h"
+#include "widgets/obre_ajuda.h"
+#include "widgets/screen_style.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>

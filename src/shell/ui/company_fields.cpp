@@ -1,7 +1,7 @@
 #include "company_fields.h"
 
 #include "context/messages.h"
-#include "field_behaviour.h"
+#include "widgets/field_behaviour.h"
 
 #include <QCheckBox>
 #include <QFormLayout>

@@ -5,10 +5,10 @@
 #include "context/file_tree.h"
 #include "context/messages.h"
 #include "context/working_context.h"
-#include "field_behaviour.h"
-#include "obre_ajuda.h"
 #include "shell/settings_actions.h"
 #include "shell/settings_files.h"
+#include "widgets/field_behaviour.h"
+#include "widgets/obre_ajuda.h"
 
 #include <QCheckBox>
 #include <QComboBox>

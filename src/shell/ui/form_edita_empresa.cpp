@@ -3,9 +3,9 @@
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/working_context.h"
-#include "field_behaviour.h"
-#include "screen_style.h"
 #include "shell/company_data.h"
+#include "widgets/field_behaviour.h"
+#include "widgets/screen_style.h"
 
 #include <QFormLayout>
 #include <QGridLayout>

@@ -5,7 +5,6 @@
 #include "context/messages.h"
 #include "context/program.h"
 #include "context/working_context.h"
-#include "field_behaviour.h"
 #include "form_configuracio.h"
 #include "form_edita_empresa.h"
 #include "master/ui/accounts_form.h"
@@ -13,16 +12,22 @@
 #include "master/ui/references_form.h"
 #include "master/ui/suppliers_form.h"
 #include "master/ui/treasury_accounts_form.h"
-#include "obre_ajuda.h"
+#include "purchases/ui/form_compres.h"
+#include "purchases/ui/form_cons_in.h"
+#include "purchases/ui/form_cons_supl.h"
+#include "purchases/ui/form_suplidos.h"
 #include "report/report_job.h"
 #include "report/ui/qt_report_output.h"
 #include "sales/ui/form_vendes.h"
 #include "schema/maintenance.h"
-#include "screen_style.h"
 #include "shell/menu_tree.h"
 #include "shell/settings_files.h"
 #include "shell/startup.h"
+#include "store/store_error.h"
 #include "treasury/ui/form_cartera_recibos.h"
+#include "widgets/field_behaviour.h"
+#include "widgets/obre_ajuda.h"
+#include "widgets/screen_style.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -187,6 +192,14 @@ void FormMDI::runEntry(const QString& name) {
         openMaster<formComptes>();
     } else if (name == QStringLiteral("frasemes")) {
         openSales();
+    } else if (name == QStringLiteral("frasreb")) {
+        openPurchases();
+    } else if (name == QStringLiteral("MnuSuplidos")) {
+        openProvisions();
+    } else if (name == QStringLiteral("consdes")) {
+        openPurchaseInquiry();
+    } else if (name == QStringLiteral("mnuconsSupl")) {
+        openProvisionInquiry();
     } else if (name == QStringLiteral("mnucartera")) {
         openPortfolio();
     } else if (name == QStringLiteral("mnu_cuentas")) {
@@ -312,24 +325,74 @@ void FormMDI::openMaster() {
     openChild(screen);
 }
 
+template <class Screen, class Make>
+Screen* FormMDI::openScreen(Make make) {
+    if (bringToFront<Screen>()) return qobject_cast<Screen*>(mdi_->activeSubWindow()->widget());
+    // A file that cannot be read stops the screen with the store's message, not the program.
+    Screen* screen = nullptr;
+    try {
+        screen = make();
+    } catch (const store::StoreError& error) {
+        dialogs_.stop(error.message());
+        return nullptr;
+    }
+    connect(screen, &Screen::statusChanged, this, &FormMDI::Barra_Estat);
+    QMdiSubWindow* window = openChild(screen);
+    // Parties and accounts added in another window appear when the screen comes back.
+    if constexpr (requires { screen->refreshLists(); })
+        connect(mdi_, &QMdiArea::subWindowActivated, screen,
+                [screen, window](QMdiSubWindow* active) {
+                    if (active == window) screen->refreshLists();
+                });
+    return screen;
+}
+
 void FormMDI::openPortfolio() {
-    if (bringToFront<FormCarteraRecibos>()) return;
-    auto* screen = new FormCarteraRecibos(ctx_, dialogs_, reportJob(), reportOutput());
-    connect(screen, &FormCarteraRecibos::statusChanged, this, &FormMDI::Barra_Estat);
-    openChild(screen);
+    openScreen<FormCarteraRecibos>(
+        [this] { return new FormCarteraRecibos(ctx_, dialogs_, reportJob(), reportOutput()); });
 }
 
 FormVendes* FormMDI::openSales() {
-    if (bringToFront<FormVendes>())
-        return qobject_cast<FormVendes*>(mdi_->activeSubWindow()->widget());
-    auto* screen = new FormVendes(ctx_, dialogs_, &reportJob(), reportOutput());
-    connect(screen, &FormVendes::statusChanged, this, &FormMDI::Barra_Estat);
-    QMdiSubWindow* window = openChild(screen);
-    // Customers and accounts added in another window appear when the screen comes back.
-    connect(mdi_, &QMdiArea::subWindowActivated, screen, [screen, window](QMdiSubWindow* active) {
-        if (active == window) screen->refreshLists();
+    return openScreen<FormVendes>(
+        [this] { return new FormVendes(ctx_, dialogs_, &reportJob(), reportOutput()); });
+}
+
+FormCompres* FormMDI::openPurchases() {
+    return openScreen<FormCompres>([this] { return new FormCompres(ctx_, dialogs_); });
+}
+
+FormSuplidos* FormMDI::openProvisions() {
+    return openScreen<FormSuplidos>([this] { return new FormSuplidos(ctx_, dialogs_); });
+}
+
+// An inquiry's Modificar opens the entry on its posting screen, in front; a saved change
+// makes the inquiry search again.
+void FormMDI::openPurchaseInquiry() {
+    openScreen<FormConsIN>([this] {
+        auto* inquiry = new FormConsIN(ctx_, dialogs_, &reportJob(), reportOutput());
+        connect(inquiry, &FormConsIN::modifyRequested, this, [this, inquiry](qint64 ordre) {
+            FormCompres* screen = openPurchases();
+            if (!screen) return;
+            connect(screen, &FormCompres::purchaseChanged, inquiry, &FormConsIN::Buscar,
+                    Qt::UniqueConnection);
+            screen->Modifica_Compra(QString::number(ordre));
+        });
+        return inquiry;
     });
-    return screen;
+}
+
+void FormMDI::openProvisionInquiry() {
+    openScreen<FormConsSupl>([this] {
+        auto* inquiry = new FormConsSupl(ctx_, dialogs_, &reportJob(), reportOutput());
+        connect(inquiry, &FormConsSupl::modifyRequested, this, [this, inquiry](qint64 ordre) {
+            FormSuplidos* screen = openProvisions();
+            if (!screen) return;
+            connect(screen, &FormSuplidos::provisionChanged, inquiry, &FormConsSupl::Buscar,
+                    Qt::UniqueConnection);
+            screen->Modifica_Suplido(QString::number(ordre));
+        });
+        return inquiry;
+    });
 }
 
 void FormMDI::Tanca_Filles() {

@@ -26,6 +26,8 @@ class ReportOutput;
 class Dialogs;
 class WorkingContext;
 class blockmes;
+class FormCompres;
+class FormSuplidos;
 class FormVendes;
 
 class FormMDI : public QMainWindow {
@@ -50,6 +52,9 @@ public:
     // The sales screen, opened or brought to the front (one per shell); inquiries open
     // their changes on it.
     FormVendes* openSales();
+    // The purchases and the provisions screens, likewise.
+    FormCompres* openPurchases();
+    FormSuplidos* openProvisions();
 
     // Panel 2 of the status bar.
     void Barra_Estat(const QString& text);
@@ -86,6 +91,11 @@ private:
     // The menu entries and the band follow the context as it now stands.
     void showEntriesInForce();
     void openPortfolio();
+    // A screen of class Screen made by `make`, or the open one brought to the front.
+    template <class Screen, class Make>
+    Screen* openScreen(Make make);
+    void openPurchaseInquiry();
+    void openProvisionInquiry();
     void fillWindowMenu(QMenu* menu);
     void applyScreenMode();
     // F1 of the shell stands aside while a screen with a help page of its own has the focus,

@@ -3,10 +3,10 @@
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/working_context.h"
-#include "field_behaviour.h"
-#include "obre_ajuda.h"
-#include "screen_style.h"
 #include "shell/exercises.h"
+#include "widgets/field_behaviour.h"
+#include "widgets/obre_ajuda.h"
+#include "widgets/screen_style.h"
 
 #include <QCloseEvent>
 #include <QComboBox>

@@ -6,10 +6,10 @@
 #include "context/messages.h"
 #include "context/program.h"
 #include "context/working_context.h"
-#include "field_behaviour.h"
-#include "obre_ajuda.h"
-#include "screen_style.h"
 #include "shell/company_list.h"
+#include "widgets/field_behaviour.h"
+#include "widgets/obre_ajuda.h"
+#include "widgets/screen_style.h"
 
 #include <QAction>
 #include <QCheckBox>

@@ -1,4 +1,5 @@
 #include "screen_gallery.h"
+#include "purchases_gallery.h"
 #include "sales_gallery.h"
 
 #include "blockmes.h"
@@ -287,6 +288,7 @@ std::vector<GalleryScreen> screenGallery() {
         screens.push_back(masterScreen<frmReferencias>(QStringLiteral("frmReferencias"), changing));
     }
     addSalesScreens(screens, openExercise, dialogs());
+    addPurchasesScreens(screens, openExercise, dialogs());
     return screens;
 }
 

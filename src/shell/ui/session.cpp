@@ -5,10 +5,10 @@
 #include "form_mdi.h"
 #include "form_menu.h"
 #include "form_seleccio.h"
-#include "qt_translations.h"
 #include "shell/exercises.h"
 #include "shell/settings_files.h"
 #include "shell/startup.h"
+#include "widgets/qt_translations.h"
 
 #include <QTabWidget>
 

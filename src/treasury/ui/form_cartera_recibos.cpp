@@ -5,10 +5,10 @@
 #include "context/working_context.h"
 #include "portfolio_model.h"
 #include "report/report_job.h"
-#include "shell/ui/field_behaviour.h"
-#include "shell/ui/screen_style.h"
 #include "store/store_error.h"
 #include "treasury/portfolio_report.h"
+#include "widgets/field_behaviour.h"
+#include "widgets/screen_style.h"
 
 #include <QAction>
 #include <QCheckBox>

@@ -7,9 +7,9 @@
 #include "report/report_job.h"
 #include "schema/creation.h"
 #include "schema/upgrades.h"
-#include "shell/ui/obre_ajuda.h"
 #include "store/database.h"
 #include "treasury/ui/portfolio_model.h"
+#include "widgets/obre_ajuda.h"
 
 #include <QAbstractItemModelTester>
 #include <QAction>

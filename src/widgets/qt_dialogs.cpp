@@ -8,10 +8,14 @@ namespace {
 
 QMessageBox::Icon qtIcon(Dialogs::Icon icon) {
     switch (icon) {
-        case Dialogs::Icon::Information: return QMessageBox::Information;
-        case Dialogs::Icon::Stop: return QMessageBox::Critical;
-        case Dialogs::Icon::Question: return QMessageBox::Question;
-        case Dialogs::Icon::Exclamation: return QMessageBox::Warning;
+        case Dialogs::Icon::Information:
+            return QMessageBox::Information;
+        case Dialogs::Icon::Stop:
+            return QMessageBox::Critical;
+        case Dialogs::Icon::Question:
+            return QMessageBox::Question;
+        case Dialogs::Icon::Exclamation:
+            return QMessageBox::Warning;
     }
     return QMessageBox::NoIcon;
 }
@@ -52,6 +56,8 @@ Dialogs::Answer QtDialogs::okCancel(const QString& text, const QString& title, I
     return r == QMessageBox::Ok ? Answer::Ok : Answer::Cancel;
 }
 
-void QtDialogs::beep() { QApplication::beep(); }
+void QtDialogs::beep() {
+    QApplication::beep();
+}
 
 }  // namespace tallora

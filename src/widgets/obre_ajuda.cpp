@@ -1,6 +1,6 @@
 #include "obre_ajuda.h"
 
-#include "shell/help_map.h"
+#include "context/help_map.h"
 
 #include <QDesktopServices>
 #include <QUrl>
@@ -16,7 +16,7 @@ std::function<void(const QString&)>& opener() {
 }  // namespace
 
 void Obre_Ajuda(const WorkingContext& ctx, const QString& key) {
-    const QString path = shell::helpPath(ctx, key);
+    const QString path = helpPath(ctx, key);
     if (opener())
         opener()(path);
     else

@@ -1,11 +1,11 @@
 #pragma once
 // The help map: each help key of a screen leads to a page of the installed esp_help folder,
 // the same folder in both languages. Any unknown key, "indice" among them, leads to the index.
-#include "context/fwd.h"
+#include "fwd.h"
 
 #include <QString>
 
-namespace tallora::shell {
+namespace tallora {
 
 // The page of `key`, relative to esp_help ("9/9_1.html"); "indice.html" for any other key.
 QString helpPage(const QString& key);
@@ -13,4 +13,4 @@ QString helpPage(const QString& key);
 // page itself is not installed, so that help always shows something.
 QString helpPath(const WorkingContext& ctx, const QString& key);
 
-}  // namespace tallora::shell
+}  // namespace tallora

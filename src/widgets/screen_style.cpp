@@ -37,7 +37,8 @@ QAction* addTool(QToolBar* bar, const QString& key, const QString& caption,
     a->setObjectName(key);
     if (!shortcut.isEmpty()) {
         a->setShortcut(shortcut);
-        a->setToolTip(QStringLiteral("%1 (%2)").arg(caption, shortcut.toString(QKeySequence::NativeText)));
+        a->setToolTip(
+            QStringLiteral("%1 (%2)").arg(caption, shortcut.toString(QKeySequence::NativeText)));
     }
     QObject::connect(a, &QAction::triggered, bar, std::move(action));
     return a;

@@ -8,7 +8,7 @@
 
 namespace tallora::ui {
 
-// Opens the help page of `key` (the map of shell/help_map.h) with the desktop's browser.
+// Opens the help page of `key` (the map of context/help_map.h) with the desktop's browser.
 void Obre_Ajuda(const WorkingContext& ctx, const QString& key);
 
 // Tests replace what opening a page does; an empty function restores the desktop.

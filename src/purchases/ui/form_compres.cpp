@@ -1,0 +1,425 @@
+// FormCompres: construction, captions and the lists (Form_Load).
+#include "form_compres.h"
+
+#include "context/common_helpers.h"
+#include "context/entry_fields.h"
+#include "context/messages.h"
+#include "context/working_context.h"
+#include "master/accounts.h"
+#include "purchases/provision_entry.h"
+#include "schema/creation.h"
+#include "store/database.h"
+#include "widgets/field_behaviour.h"
+#include "widgets/journal_list.h"
+#include "widgets/screen_style.h"
+
+#include <QComboBox>
+#include <QDateEdit>
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace tallora {
+namespace {
+
+constexpr int kDescriptionLength = 25;  // FrasIN.descripcio
+
+}  // namespace
+
+using ui::heading;
+
+FormCompres::FormCompres(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
+    : QWidget(parent), ctx_(ctx), dialogs_(dialogs) {
+    setObjectName(QStringLiteral("FormCompres"));
+    setWindowTitle(m(700).trimmed());
+    auto* root = new QVBoxLayout(this);
+    root->setContentsMargins(0, 0, 0, 0);
+    lblproces = new QLabel(this);
+    lblproces->setObjectName(QStringLiteral("lblproces"));
+    root->addWidget(ui::bandTitle(m(700).trimmed(), ctx_.EmpresaNom, this));
+
+    auto* body = new QHBoxLayout;
+    body->setContentsMargins(8, 6, 8, 6);
+    auto* left = new QVBoxLayout;
+    ComboOP = new QComboBox(this);
+    ComboOP->setObjectName(QStringLiteral("ComboOP"));
+    for (const purchases::ExpenseGroup& group : purchases::kExpenseGroups)
+        ComboOP->addItem(m(group.message));
+    ComboOP->setMinimumContentsLength(28);
+    ComboOP->installEventFilter(this);
+    ComboOP->setToolTip(m(704).trimmed());
+    auto* groupRow = new QHBoxLayout;
+    groupRow->addWidget(caption(QStringLiteral("lblGrup"), m(903), ComboOP));
+    groupRow->addWidget(ComboOP);
+    auto* hint = new QLabel(m(704).trimmed(), this);
+    hint->setObjectName(QStringLiteral("lblGrupAjuda"));
+    groupRow->addWidget(hint, 1);
+    left->addLayout(groupRow);
+
+    PanelDades = new QWidget(this);
+    PanelDades->setObjectName(QStringLiteral("PanelDades"));
+    auto* data = new QVBoxLayout(PanelDades);
+    data->setContentsMargins(0, 0, 0, 0);
+    data->addWidget(buildEntry());
+    data->addWidget(buildTreasury());
+    data->addWidget(buildWorkArea(), 1);
+    left->addWidget(PanelDades, 1);
+    left->addWidget(buildButtons());
+    order_ = {txtDia, txtMes,      txtProveidor, txtDespesa,  txtdescripcio, txtTotal,
+              CmbIva, txtBaseIRPF, txtTipus,     txtRetencio, ListEntitats};
+    body->addLayout(left, 3);
+
+    auto* right = new QVBoxLayout;
+    right->addWidget(heading(m(630).trimmed(), this));
+    ListRegistres = ui::journalList(this);
+    connect(ListRegistres, &QListWidget::itemDoubleClicked, this,
+            &FormCompres::journalDoubleClicked);
+    right->addWidget(ListRegistres, 1);
+    body->addLayout(right, 2);
+    root->addLayout(body, 1);
+
+    // The help map knows the purchases page as "Compras", with a capital.
+    ui::helpOnF1(ctx_, this, QStringLiteral("Compras"));
+    for (const JournalRow& row : journalTitle(ctx_, QDateTime::currentDateTime()))
+        Escriu_Diari(row);
+    OMPLE_LLISTA_Provs();
+    OMPLE_LLISTA_Entitats();
+    Neteja();
+    focus(ComboOP);
+}
+
+QString FormCompres::m(int n) const {
+    return Missatge(ctx_, n);
+}
+
+QString FormCompres::fixed(const char* spanish, const char* catalan) const {
+    return fixedText(ctx_, QString::fromUtf8(spanish), QString::fromUtf8(catalan));
+}
+
+bool FormCompres::tickets() const {
+    return isTickets(ctx_);
+}
+
+QLineEdit* FormCompres::field(const QString& name, int maxLength) {
+    auto* f = new QLineEdit(this);
+    f->setObjectName(name);
+    if (maxLength > 0) f->setMaxLength(maxLength);
+    f->installEventFilter(this);
+    ui::colourOnFocus(f);
+    return f;
+}
+
+QLabel* FormCompres::caption(const QString& name, const QString& text, QWidget* buddy) {
+    auto* l = new QLabel(text, this);
+    l->setObjectName(name);
+    l->setBuddy(buddy);
+    labels_.add(buddy, l);
+    return l;
+}
+
+QWidget* FormCompres::buildEntry() {
+    auto* box = new QWidget(this);
+    auto* g = new QGridLayout(box);
+    g->setContentsMargins(0, 0, 0, 0);
+    g->setHorizontalSpacing(8);
+
+    txtDia = field(QStringLiteral("txtDia"), 2);
+    txtMes = field(QStringLiteral("txtMes"), 2);
+    txtDia->setFixedWidth(44);
+    txtMes->setFixedWidth(44);
+    lblFecha = new QLabel(this);
+    lblFecha->setObjectName(QStringLiteral("lblFecha"));
+    lblOrdre = new QLabel(this);
+    lblOrdre->setObjectName(QStringLiteral("lblOrdre"));
+    lblOrdre->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    auto* date = new QHBoxLayout;
+    date->addWidget(txtDia);
+    date->addSpacing(8);
+    date->addWidget(caption(QStringLiteral("lblMes"), fixed("Mes", "Mes"), txtMes));
+    date->addSpacing(4);
+    date->addWidget(txtMes);
+    date->addSpacing(12);
+    date->addWidget(lblFecha);
+    date->addStretch(1);
+    date->addWidget(lblproces);
+    date->addSpacing(12);
+    date->addWidget(lblOrdre);
+    g->addWidget(caption(QStringLiteral("lblDia"), m(601), txtDia), 0, 0);
+    g->addLayout(date, 0, 1, 1, 3);
+
+    txtProveidor = field(QStringLiteral("txtProveidor"), 40);
+    g->addWidget(caption(QStringLiteral("lblProveidor"), m(701), txtProveidor), 1, 0);
+    g->addWidget(txtProveidor, 1, 1, 1, 3);
+    txtDespesa = field(QStringLiteral("txtDespesa"), 40);
+    g->addWidget(caption(QStringLiteral("lblDespesa"), m(702), txtDespesa), 2, 0);
+    g->addWidget(txtDespesa, 2, 1, 1, 3);
+
+    // The description and its series share the column's 25 characters.
+    txtdescripcio = field(QStringLiteral("txtdescripcio"), kDescriptionLength);
+    cmbSerie = new QComboBox(this);
+    cmbSerie->setObjectName(QStringLiteral("cmbSerie"));
+    cmbSerie->addItems({QString(), QStringLiteral("/Abon"), QStringLiteral("/Rect")});
+    cmbSerie->setFocusPolicy(Qt::ClickFocus);
+    connect(cmbSerie, &QComboBox::currentTextChanged, this, [this](const QString& series) {
+        txtdescripcio->setMaxLength(kDescriptionLength - static_cast<int>(series.size()));
+    });
+    g->addWidget(caption(QStringLiteral("lblDescripcio"), m(519), txtdescripcio), 3, 0);
+    g->addWidget(txtdescripcio, 3, 1, 1, 2);
+    g->addWidget(cmbSerie, 3, 3);
+
+    txtTotal = field(QStringLiteral("txtTotal"), 18);
+    ui::makeAmountField(ctx_, txtTotal);
+    CmbIva = new QComboBox(this);
+    CmbIva->setObjectName(QStringLiteral("CmbIva"));
+    CmbIva->installEventFilter(this);
+    lblcmbIVA = caption(QStringLiteral("lblcmbIVA"), QStringLiteral("% IVA"), CmbIva);
+    auto* total = new QHBoxLayout;
+    total->addWidget(txtTotal);
+    total->addSpacing(12);
+    total->addWidget(lblcmbIVA);
+    total->addSpacing(4);
+    total->addWidget(CmbIva);
+    total->addStretch(1);
+    g->addWidget(caption(QStringLiteral("lblTotal"), QStringLiteral("TOTAL"), txtTotal), 4, 0);
+    g->addLayout(total, 4, 1, 1, 3);
+
+    txtBaseIRPF = field(QStringLiteral("txtBaseIRPF"), 18);
+    ui::makeAmountField(ctx_, txtBaseIRPF);
+    txtTipus = field(QStringLiteral("txtTipus"), 6);
+    ui::makeRateField(ctx_, txtTipus);
+    txtTipus->setFixedWidth(56);
+    txtRetencio = field(QStringLiteral("txtRetencio"), 18);
+    ui::makeAmountField(ctx_, txtRetencio);
+    auto* irpf = new QHBoxLayout;
+    irpf->addWidget(txtBaseIRPF);
+    irpf->addSpacing(12);
+    irpf->addWidget(caption(QStringLiteral("lblTipus"), QStringLiteral("% IRPF"), txtTipus));
+    irpf->addSpacing(4);
+    irpf->addWidget(txtTipus);
+    irpf->addSpacing(12);
+    irpf->addWidget(caption(QStringLiteral("lblRetencio"), m(703), txtRetencio));
+    irpf->addSpacing(4);
+    irpf->addWidget(txtRetencio);
+    irpf->addStretch(1);
+    g->addWidget(caption(QStringLiteral("lblBaseIRPF"), QStringLiteral("Base IRPF"), txtBaseIRPF),
+                 5, 0);
+    g->addLayout(irpf, 5, 1, 1, 3);
+
+    CmbClasificacion = new QComboBox(this);
+    CmbClasificacion->setObjectName(QStringLiteral("CmbClasificacion"));
+    CmbClasificacion->setFocusPolicy(Qt::ClickFocus);
+    g->addWidget(CmbClasificacion, 6, 1, 1, 2);
+    g->setColumnStretch(1, 1);
+    g->setColumnStretch(2, 1);
+
+    for (QLineEdit* f : {txtProveidor, txtDespesa})
+        connect(f, &QLineEdit::textChanged, this, [this, f](const QString& text) {
+            ui::selectPrefix(f == txtProveidor ? ListProv : ListDespeses, text);
+        });
+    for (QLineEdit* f : {txtDia, txtMes})
+        connect(f, &QLineEdit::textEdited, this, [this, f](const QString& text) {
+            if (!text.isEmpty() && (!Es_Numeric(ctx_, text) || text == QStringLiteral("-"))) {
+                beep();
+                f->clear();
+            }
+        });
+    connect(txtTipus, &QLineEdit::textEdited, this, [this](const QString& text) {
+        if (text.contains(u'-')) txtTipus->setText(QString(text).remove(u'-'));
+        Calcula_Retencio();
+    });
+    connect(CmbIva, &QComboBox::currentIndexChanged, this, [this] {
+        if (!loading_) rateChosen();
+    });
+    const std::pair<QWidget*, int> hints[] = {
+        {txtDia, 710},      {txtMes, 711},        {txtProveidor, 712},
+        {txtDespesa, 713},  {txtdescripcio, 714}, {txtTotal, 715},
+        {txtBaseIRPF, 716}, {txtTipus, 717},      {txtRetencio, 718}};
+    for (const auto& [w, n] : hints) w->setToolTip(m(n).trimmed());
+    return box;
+}
+
+QWidget* FormCompres::buildTreasury() {
+    FrameTesoreria = ui::panelFrame(QStringLiteral("FrameTesoreria"), this);
+    auto* row = new QHBoxLayout(FrameTesoreria);
+    row->setContentsMargins(6, 4, 6, 4);
+    ListEntitats = new QComboBox(this);
+    ListEntitats->setObjectName(QStringLiteral("ListEntitats"));
+    ListEntitats->setMinimumWidth(220);
+    ListEntitats->installEventFilter(this);
+    DtVencimiento = new QDateEdit(this);
+    DtVencimiento->setObjectName(QStringLiteral("DtVencimiento"));
+    DtVencimiento->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
+    DtVencimiento->setCalendarPopup(true);
+    DtVencimiento->setFocusPolicy(Qt::ClickFocus);
+    row->addWidget(caption(QStringLiteral("lblEntitats"), m(6677).trimmed(), ListEntitats));
+    row->addWidget(ListEntitats, 1);
+    row->addSpacing(12);
+    row->addWidget(caption(QStringLiteral("lblVencimiento"), m(6998), DtVencimiento));
+    row->addWidget(DtVencimiento);
+    FrameTesoreria->setVisible(ctx_.Tesoreria);
+    return FrameTesoreria;
+}
+
+QWidget* FormCompres::buildWorkArea() {
+    work_ = new QStackedWidget(this);
+    FrameList = ui::panelFrame(QStringLiteral("FrameList"), this);
+    lists_ = new QStackedWidget(FrameList);
+    lists_->setObjectName(QStringLiteral("lists"));
+    ListProv = new QListWidget(this);
+    ListProv->setObjectName(QStringLiteral("ListProv"));
+    ListDespeses = new QListWidget(this);
+    ListDespeses->setObjectName(QStringLiteral("ListDespeses"));
+    for (QListWidget* list : {ListProv, ListDespeses}) {
+        list->installEventFilter(this);
+        lists_->addWidget(list);
+        connect(list, &QListWidget::itemDoubleClicked, this, [this, list] {
+            if (list == ListProv)
+                takeFromList(txtProveidor, ListProv, txtDespesa);
+            else
+                takeFromList(txtDespesa, ListDespeses, txtdescripcio);
+        });
+    }
+    auto* listLayout = new QVBoxLayout(FrameList);
+    listLayout->setContentsMargins(4, 4, 4, 4);
+    auto* listTitle = heading(m(706).trimmed(), FrameList);
+    listTitle->setObjectName(QStringLiteral("lblLlista"));
+    listLayout->addWidget(listTitle);
+    listLayout->addWidget(lists_);
+    connect(lists_, &QStackedWidget::currentChanged, listTitle, [this, listTitle](int page) {
+        listTitle->setText(m(page == 0 ? 706 : 705).trimmed());
+    });
+    work_->addWidget(FrameList);
+    work_->addWidget(buildAmountsPanel());
+    work_->setMinimumHeight(190);
+    return work_;
+}
+
+QWidget* FormCompres::buildAmountsPanel() {
+    PanelIVA = ui::panelFrame(QStringLiteral("PanelIVA"), this);
+    auto* g = new QGridLayout(PanelIVA);
+    g->setContentsMargins(8, 6, 8, 6);
+    g->addWidget(heading(m(6631), PanelIVA), 0, 0, 1, 3);
+    g->addWidget(heading(QStringLiteral("% IVA"), PanelIVA), 1, 0);
+    g->addWidget(heading(fixed("Base", "Base"), PanelIVA), 1, 1);
+    g->addWidget(heading(m(6512), PanelIVA), 1, 2);
+    for (std::size_t i = 0; i < 4; ++i) {
+        const QString n = QString::number(i + 1);
+        const int row = static_cast<int>(i) + 2;
+        lbliva[i] = new QLabel(PanelIVA);
+        lbliva[i]->setObjectName(QStringLiteral("lbliva") + n);
+        txtBase[i] = field(QStringLiteral("txtBase") + n, 18);
+        txtIVA[i] = field(QStringLiteral("txtIVA") + n, 18);
+        for (QLineEdit* f : {txtBase[i], txtIVA[i]}) {
+            ui::makeAmountField(ctx_, f);
+            f->setToolTip(m(f == txtBase[i] ? 719 : 724).trimmed());
+        }
+        labels_.add(txtBase[i], lbliva[i]);
+        labels_.add(txtIVA[i], lbliva[i]);
+        g->addWidget(lbliva[i], row, 0);
+        g->addWidget(txtBase[i], row, 1);
+        g->addWidget(txtIVA[i], row, 2);
+    }
+    txtexempta = new QLineEdit(PanelIVA);
+    txtexempta->setObjectName(QStringLiteral("txtexempta"));
+    txtexempta->setReadOnly(true);
+    txtexempta->setFocusPolicy(Qt::NoFocus);
+    lblexempta =
+        new QLabel(fixed("Exento / IVA no aplicable", "Exempt / IVA no aplicable"), PanelIVA);
+    g->addWidget(lblexempta, 6, 0);
+    g->addWidget(txtexempta, 6, 1);
+    g->setColumnStretch(1, 1);
+    g->setColumnStretch(2, 1);
+    g->setRowStretch(7, 1);
+    return PanelIVA;
+}
+
+QWidget* FormCompres::buildButtons() {
+    auto* box = new QWidget(this);
+    auto* row = new QHBoxLayout(box);
+    row->setContentsMargins(0, 4, 0, 0);
+    auto* hint = new QLabel(m(615), box);
+    hint->setObjectName(QStringLiteral("lblAjuda"));
+    hint->setWordWrap(true);
+    row->addWidget(hint, 1);
+    btnGuardar = new QPushButton(m(17), box);
+    btnGuardar->setObjectName(QStringLiteral("btnGuardar"));
+    btnGuardar->setFocusPolicy(Qt::ClickFocus);
+    btnGuardar->setToolTip(m(6641));
+    btnTancar = new QPushButton(m(308), box);
+    btnTancar->setObjectName(QStringLiteral("btnTancar"));
+    btnTancar->setFocusPolicy(Qt::ClickFocus);
+    connect(btnGuardar, &QPushButton::clicked, this, &FormCompres::Guardar);
+    connect(btnTancar, &QPushButton::clicked, this, &FormCompres::closeOrCancel);
+    row->addWidget(btnGuardar);
+    row->addWidget(btnTancar);
+    return box;
+}
+
+void FormCompres::fillRateCaptions(const std::array<double, 4>& rates) {
+    for (std::size_t i = 0; i < 4; ++i)
+        lbliva[i]->setText(purchases::rateText(ctx_, rates[i]) + QStringLiteral("%"));
+}
+
+// The list shows names in capitals, as the entry stores them.
+void FormCompres::OMPLE_LLISTA_Provs() {
+    ListProv->clear();
+    for (const purchases::PartyItem& supplier : purchases::partyList(ctx_, true)) {
+        auto* item = new QListWidgetItem(supplier.text, ListProv);
+        item->setData(Qt::UserRole, QVariant::fromValue<qint64>(supplier.number));
+    }
+    ui::selectPrefix(ListProv, txtProveidor->text());
+}
+
+void FormCompres::OMPLE_LLISTA_Despeses() {
+    ListDespeses->clear();
+    const auto family = master::familyByTable(purchases::Taula_Grup(ComboOP->currentIndex()));
+    if (family) {
+        for (const master::AccountItem& account : master::accountList(ctx_, *family)) {
+            auto* item = new QListWidgetItem(account.nomCompte.toUpper(), ListDespeses);
+            item->setData(Qt::UserRole, QVariant::fromValue<qint64>(account.compte));
+        }
+    }
+    ui::selectPrefix(ListDespeses, txtDespesa->text());
+}
+
+// A settled entry keeps its single row "Marca". A company with no treasury account gets no
+// blank row either.
+void FormCompres::OMPLE_LLISTA_Entitats() {
+    if (!ctx_.Tesoreria || ListEntitats->currentText() == QStringLiteral("Marca")) return;
+    const QString selected = ListEntitats->currentText();
+    ListEntitats->clear();
+    FrameTesoreria->setEnabled(true);
+    auto db = store::Database::open(ctx_.exerciseFile(schema::db::Tesorer));
+    auto st = db.prepare(QStringLiteral("select entidad, Id from entidades order by entidad asc"));
+    bool first = true;
+    while (st.next()) {
+        if (first) ListEntitats->addItem(QString());
+        first = false;
+        ListEntitats->addItem(st.text(0), QVariant::fromValue<qint64>(st.int64(1)));
+    }
+    ListEntitats->setCurrentIndex(std::max(0, ListEntitats->findText(selected)));
+}
+
+void FormCompres::OMPLE_CmbClasificacion() {
+    CmbClasificacion->clear();
+    CmbClasificacion->addItems({m(6854), m(6855), m(6856)});
+    CmbClasificacion->setVisible(ctx_.Intra);
+}
+
+void FormCompres::refreshLists() {
+    const QString supplier = txtProveidor->text();
+    const QString account = txtDespesa->text();
+    OMPLE_LLISTA_Provs();
+    OMPLE_LLISTA_Despeses();
+    OMPLE_LLISTA_Entitats();
+    ui::selectPrefix(ListProv, supplier);
+    ui::selectPrefix(ListDespeses, account);
+}
+
+}  // namespace tallora
