@@ -35,9 +35,8 @@ constexpr int kDescriptionLength = 25;  // FrasIN.descripcio
 using ui::heading;
 
 FormCompres::FormCompres(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
-    : QWidget(parent), ctx_(ctx), dialogs_(dialogs) {
-    setObjectName(QStringLiteral("FormCompres"));
-    setWindowTitle(m(700).trimmed());
+    : EntryScreen(ctx, dialogs, QStringLiteral("FormCompres"), Missatge(ctx, 700).trimmed(),
+                  parent) {
     auto* root = new QVBoxLayout(this);
     root->setContentsMargins(0, 0, 0, 0);
     lblproces = new QLabel(this);
@@ -70,57 +69,27 @@ FormCompres::FormCompres(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
     data->addWidget(buildTreasury());
     data->addWidget(buildWorkArea(), 1);
     left->addWidget(PanelDades, 1);
-    left->addWidget(buildButtons());
+    left->addWidget(buttonRow(m(615), btnGuardar, btnTancar));
+    btnGuardar->setToolTip(m(6641));
+    connect(btnGuardar, &QPushButton::clicked, this, &FormCompres::Guardar);
+    connect(btnTancar, &QPushButton::clicked, this, &FormCompres::closeOrCancel);
     order_ = {txtDia, txtMes,      txtProveidor, txtDespesa,  txtdescripcio, txtTotal,
               CmbIva, txtBaseIRPF, txtTipus,     txtRetencio, ListEntitats};
     body->addLayout(left, 3);
 
-    auto* right = new QVBoxLayout;
-    right->addWidget(heading(m(630).trimmed(), this));
-    ListRegistres = ui::journalList(this);
-    connect(ListRegistres, &QListWidget::itemDoubleClicked, this,
-            &FormCompres::journalDoubleClicked);
-    right->addWidget(ListRegistres, 1);
-    body->addLayout(right, 2);
+    body->addLayout(journalColumn(), 2);
     root->addLayout(body, 1);
 
     // The help map knows the purchases page as "Compras", with a capital.
     ui::helpOnF1(ctx_, this, QStringLiteral("Compras"));
-    for (const JournalRow& row : journalTitle(ctx_, QDateTime::currentDateTime()))
-        Escriu_Diari(row);
     OMPLE_LLISTA_Provs();
     OMPLE_LLISTA_Entitats();
     Neteja();
     focus(ComboOP);
 }
 
-QString FormCompres::m(int n) const {
-    return Missatge(ctx_, n);
-}
-
-QString FormCompres::fixed(const char* spanish, const char* catalan) const {
-    return fixedText(ctx_, QString::fromUtf8(spanish), QString::fromUtf8(catalan));
-}
-
 bool FormCompres::tickets() const {
     return isTickets(ctx_);
-}
-
-QLineEdit* FormCompres::field(const QString& name, int maxLength) {
-    auto* f = new QLineEdit(this);
-    f->setObjectName(name);
-    if (maxLength > 0) f->setMaxLength(maxLength);
-    f->installEventFilter(this);
-    ui::colourOnFocus(f);
-    return f;
-}
-
-QLabel* FormCompres::caption(const QString& name, const QString& text, QWidget* buddy) {
-    auto* l = new QLabel(text, this);
-    l->setObjectName(name);
-    l->setBuddy(buddy);
-    labels_.add(buddy, l);
-    return l;
 }
 
 QWidget* FormCompres::buildEntry() {
@@ -129,27 +98,8 @@ QWidget* FormCompres::buildEntry() {
     g->setContentsMargins(0, 0, 0, 0);
     g->setHorizontalSpacing(8);
 
-    txtDia = field(QStringLiteral("txtDia"), 2);
-    txtMes = field(QStringLiteral("txtMes"), 2);
-    txtDia->setFixedWidth(44);
-    txtMes->setFixedWidth(44);
-    lblFecha = new QLabel(this);
-    lblFecha->setObjectName(QStringLiteral("lblFecha"));
-    lblOrdre = new QLabel(this);
-    lblOrdre->setObjectName(QStringLiteral("lblOrdre"));
-    lblOrdre->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    auto* date = new QHBoxLayout;
-    date->addWidget(txtDia);
-    date->addSpacing(8);
-    date->addWidget(caption(QStringLiteral("lblMes"), fixed("Mes", "Mes"), txtMes));
-    date->addSpacing(4);
-    date->addWidget(txtMes);
-    date->addSpacing(12);
-    date->addWidget(lblFecha);
-    date->addStretch(1);
-    date->addWidget(lblproces);
-    date->addSpacing(12);
-    date->addWidget(lblOrdre);
+    QHBoxLayout* date = dateRow(txtDia, txtMes, lblFecha);
+    addNumber(date, lblproces, lblOrdre);
     g->addWidget(caption(QStringLiteral("lblDia"), m(601), txtDia), 0, 0);
     g->addLayout(date, 0, 1, 1, 3);
 
@@ -222,13 +172,6 @@ QWidget* FormCompres::buildEntry() {
         connect(f, &QLineEdit::textChanged, this, [this, f](const QString& text) {
             ui::selectPrefix(f == txtProveidor ? ListProv : ListDespeses, text);
         });
-    for (QLineEdit* f : {txtDia, txtMes})
-        connect(f, &QLineEdit::textEdited, this, [this, f](const QString& text) {
-            if (!text.isEmpty() && (!Es_Numeric(ctx_, text) || text == QStringLiteral("-"))) {
-                beep();
-                f->clear();
-            }
-        });
     connect(txtTipus, &QLineEdit::textEdited, this, [this](const QString& text) {
         if (text.contains(u'-')) txtTipus->setText(QString(text).remove(u'-'));
         Calcula_Retencio();
@@ -245,24 +188,8 @@ QWidget* FormCompres::buildEntry() {
 }
 
 QWidget* FormCompres::buildTreasury() {
-    FrameTesoreria = ui::panelFrame(QStringLiteral("FrameTesoreria"), this);
-    auto* row = new QHBoxLayout(FrameTesoreria);
-    row->setContentsMargins(6, 4, 6, 4);
-    ListEntitats = new QComboBox(this);
-    ListEntitats->setObjectName(QStringLiteral("ListEntitats"));
-    ListEntitats->setMinimumWidth(220);
-    ListEntitats->installEventFilter(this);
-    DtVencimiento = new QDateEdit(this);
-    DtVencimiento->setObjectName(QStringLiteral("DtVencimiento"));
-    DtVencimiento->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
-    DtVencimiento->setCalendarPopup(true);
-    DtVencimiento->setFocusPolicy(Qt::ClickFocus);
-    row->addWidget(caption(QStringLiteral("lblEntitats"), m(6677).trimmed(), ListEntitats));
-    row->addWidget(ListEntitats, 1);
-    row->addSpacing(12);
-    row->addWidget(caption(QStringLiteral("lblVencimiento"), m(6998), DtVencimiento));
-    row->addWidget(DtVencimiento);
-    FrameTesoreria->setVisible(ctx_.Tesoreria);
+    FrameTesoreria = treasuryFrame(m(6677).trimmed(), ListEntitats, QStringLiteral("DtVencimiento"),
+                                   DtVencimiento);
     return FrameTesoreria;
 }
 
@@ -339,28 +266,6 @@ QWidget* FormCompres::buildAmountsPanel() {
     return PanelIVA;
 }
 
-QWidget* FormCompres::buildButtons() {
-    auto* box = new QWidget(this);
-    auto* row = new QHBoxLayout(box);
-    row->setContentsMargins(0, 4, 0, 0);
-    auto* hint = new QLabel(m(615), box);
-    hint->setObjectName(QStringLiteral("lblAjuda"));
-    hint->setWordWrap(true);
-    row->addWidget(hint, 1);
-    btnGuardar = new QPushButton(m(17), box);
-    btnGuardar->setObjectName(QStringLiteral("btnGuardar"));
-    btnGuardar->setFocusPolicy(Qt::ClickFocus);
-    btnGuardar->setToolTip(m(6641));
-    btnTancar = new QPushButton(m(308), box);
-    btnTancar->setObjectName(QStringLiteral("btnTancar"));
-    btnTancar->setFocusPolicy(Qt::ClickFocus);
-    connect(btnGuardar, &QPushButton::clicked, this, &FormCompres::Guardar);
-    connect(btnTancar, &QPushButton::clicked, this, &FormCompres::closeOrCancel);
-    row->addWidget(btnGuardar);
-    row->addWidget(btnTancar);
-    return box;
-}
-
 void FormCompres::fillRateCaptions(const std::array<double, 4>& rates) {
     for (std::size_t i = 0; i < 4; ++i)
         lbliva[i]->setText(purchases::rateText(ctx_, rates[i]) + QStringLiteral("%"));
@@ -392,18 +297,8 @@ void FormCompres::OMPLE_LLISTA_Despeses() {
 // blank row either.
 void FormCompres::OMPLE_LLISTA_Entitats() {
     if (!ctx_.Tesoreria || ListEntitats->currentText() == QStringLiteral("Marca")) return;
-    const QString selected = ListEntitats->currentText();
-    ListEntitats->clear();
     FrameTesoreria->setEnabled(true);
-    auto db = store::Database::open(ctx_.exerciseFile(schema::db::Tesorer));
-    auto st = db.prepare(QStringLiteral("select entidad, Id from entidades order by entidad asc"));
-    bool first = true;
-    while (st.next()) {
-        if (first) ListEntitats->addItem(QString());
-        first = false;
-        ListEntitats->addItem(st.text(0), QVariant::fromValue<qint64>(st.int64(1)));
-    }
-    ListEntitats->setCurrentIndex(std::max(0, ListEntitats->findText(selected)));
+    fillTreasuryAccounts(ListEntitats, false);
 }
 
 void FormCompres::OMPLE_CmbClasificacion() {

@@ -18,9 +18,7 @@
 #include "purchases/purchase_change.h"
 #include "purchases/purchase_entry.h"
 #include "purchases/purchase_validation.h"
-#include "widgets/entry_parts.h"
-
-#include <QWidget>
+#include "widgets/entry_screen.h"
 
 #include <array>
 
@@ -39,7 +37,7 @@ class Dialogs;
 class WorkingContext;
 struct JournalRow;
 
-class FormCompres : public QWidget {
+class FormCompres : public ui::EntryScreen {
     Q_OBJECT
 public:
     FormCompres(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent = nullptr);
@@ -61,15 +59,20 @@ public:
     purchases::PurchaseEntry entry() const;
     bool posting() const { return gravant_; }
     bool idle() const;
-    QString statusText() const { return status_; }
 
 signals:
-    void statusChanged(const QString& text);
     // A posted entry was saved again: an inquiry behind may search again.
     void purchaseChanged();
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    void fieldEntered(QWidget* w) override;
+    void leaveField(QWidget* w) override;
+    bool enterPressed(QWidget* w) override;
+    bool upPressed(QWidget* w) override;
+    bool otherKey(QWidget* w, const QKeyEvent* key) override;
+    void post() override { GrabaApunt(); }
+    void escape() override { closeOrCancel(); }
+    void reopen(std::int64_t number) override { Modifica_Compra(QString::number(number), true); }
 
 private:
     // Construction (form_compres.cpp).
@@ -77,9 +80,6 @@ private:
     QWidget* buildTreasury();
     QWidget* buildWorkArea();
     QWidget* buildAmountsPanel();
-    QWidget* buildButtons();
-    QLineEdit* field(const QString& name, int maxLength = 0);
-    QLabel* caption(const QString& name, const QString& text, QWidget* buddy);
     void fillRateCaptions(const std::array<double, 4>& rates);
     void OMPLE_LLISTA_Provs();
     void OMPLE_LLISTA_Despeses();
@@ -87,10 +87,6 @@ private:
     void OMPLE_CmbClasificacion();
 
     // Focus and keys (form_compres_flow.cpp).
-    bool enterPressed(QWidget* w);
-    bool upPressed(QWidget* w);
-    void fieldEntered(QWidget* w);
-    void leaveField(QWidget* w);
     bool earlierFieldEmpty(QWidget* w);
     void dayEntered();
     void monthEntered();
@@ -105,25 +101,15 @@ private:
     void amountEntered(QLineEdit* w);
     void Calcula_Retencio();
     void showPanel(QWidget* page, QListWidget* list = nullptr);
-    void focus(QWidget* w);
-    void beep();
-    void setStatus(const QString& text);
-    void closeScreen();
 
     // Posting, the day log and the change (form_compres_posting.cpp).
     void Escriu_Diari(const JournalRow& row);
     void refused(purchases::EntryField field, bool openPanel);
-    void journalDoubleClicked();
     void Guardar();
     void closeOrCancel();
 
-    QString m(int n) const;
-    QString fixed(const char* spanish, const char* catalan) const;
     bool tickets() const;
     std::optional<double> chosenRate() const;
-
-    WorkingContext& ctx_;
-    Dialogs& dialogs_;
 
     QComboBox* ComboOP;
     QWidget* PanelDades;
@@ -131,7 +117,7 @@ private:
     QLineEdit *txtDia, *txtMes, *txtProveidor, *txtDespesa, *txtdescripcio, *txtTotal, *txtBaseIRPF,
         *txtTipus, *txtRetencio, *txtexempta;
     QComboBox *cmbSerie, *CmbIva, *ListEntitats, *CmbClasificacion;
-    QListWidget *ListProv, *ListDespeses, *ListRegistres;
+    QListWidget *ListProv, *ListDespeses;
     QStackedWidget *work_, *lists_;
     QFrame *FrameList, *PanelIVA, *FrameTesoreria;
     std::array<QLineEdit*, 4> txtBase{}, txtIVA{};
@@ -140,14 +126,12 @@ private:
     QPushButton *btnGuardar, *btnTancar;
     QLabel *lblcmbIVA, *lblexempta;
 
-    ui::BoldLabels labels_;
     QList<QWidget*> order_;  // the fields in Enter order
 
     std::int64_t ordre_ = 0;  // the number of the last new entry posted here
     bool gravant_ = false;    // the re-entry guard
     bool pendent_ = false;    // "aqui": a new entry, or a change started from the day log
     bool loading_ = false;    // an entry is being put on the screen
-    QString status_;
 };
 
 }  // namespace tallora

@@ -14,33 +14,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QStackedWidget>
 
 namespace tallora {
 
-void FormCompres::beep() {
-    dialogs_.beep();
-}
-
-void FormCompres::setStatus(const QString& text) {
-    status_ = text;
-    emit statusChanged(text);
-}
-
 bool FormCompres::idle() const {
     return !PanelDades->isEnabled();
-}
-
-void FormCompres::focus(QWidget* w) {
-    QWidget* from = focusWidget();
-    w->setFocus(Qt::OtherFocusReason);
-    // A window that is not active gets no focus events: the fields are left and entered here.
-    if (!w->hasFocus()) {
-        if (from && from != w) leaveField(from);
-        fieldEntered(w);
-    }
 }
 
 // Not while posting: disabling the form moves the focus, and the entry must stay as checked.
@@ -55,30 +35,7 @@ void FormCompres::leaveField(QWidget* w) {
     }
 }
 
-bool FormCompres::eventFilter(QObject* watched, QEvent* event) {
-    auto* w = qobject_cast<QWidget*>(watched);
-    if (!w) return false;
-    if (event->type() == QEvent::FocusIn) {
-        fieldEntered(w);
-        return false;
-    }
-    if (event->type() == QEvent::FocusOut) {
-        leaveField(w);
-        return false;
-    }
-    if (event->type() != QEvent::KeyPress) return false;
-    const auto* key = static_cast<QKeyEvent*>(event);
-    if (key->key() == Qt::Key_Plus && (key->modifiers() & Qt::KeypadModifier)) {
-        GrabaApunt();
-        return true;
-    }
-    if (key->text() == QStringLiteral("+")) return true;  // never typed into a field
-    if (key->key() == Qt::Key_Escape) {
-        closeOrCancel();
-        return true;
-    }
-    if (ui::isEnter(key->key())) return enterPressed(w);
-    if (key->key() == Qt::Key_Up) return upPressed(w);
+bool FormCompres::otherKey(QWidget* w, const QKeyEvent* key) {
     return ui::listFieldKey(w, key, txtProveidor, ListProv) ||
            ui::listFieldKey(w, key, txtDespesa, ListDespeses);
 }
@@ -182,16 +139,7 @@ bool FormCompres::upPressed(QWidget* w) {
                   : txtRetencio);
         return true;
     }
-    qsizetype at = order_.indexOf(w);
-    if (at < 0) return false;
-    while (--at >= 0) {
-        QWidget* before = order_[at];
-        if (before->isVisibleTo(this) && before->isEnabled()) {
-            focus(before);
-            break;
-        }
-    }
-    return true;
+    return focusPrevious(order_, w);
 }
 
 void FormCompres::groupChosen() {
@@ -336,13 +284,6 @@ void FormCompres::amountEntered(QLineEdit* w) {
     leaveField(w);
     if (txtBase[2]->text() == QStringLiteral("-")) return;
     GrabaApunt();
-}
-
-void FormCompres::closeScreen() {
-    if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()))
-        window->close();
-    else
-        QWidget::close();
 }
 
 // Esc and the third button: the entry cancelled, or the screen closed when idle.

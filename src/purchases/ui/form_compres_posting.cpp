@@ -18,7 +18,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QStackedWidget>
 
@@ -235,28 +234,10 @@ void FormCompres::Escriu_Diari(const JournalRow& row) {
     ui::writeJournalRow(ListRegistres, row);
 }
 
-void FormCompres::journalDoubleClicked() {
-    if (const auto number = ui::reopenNumber(ListRegistres))
-        Modifica_Compra(QString::number(*number), true);
-}
-
 void FormCompres::Modifica_Compra(const QString& number, bool fromJournal) {
-    if (number.trimmed().isEmpty()) return;
-    if (!txtDia->text().isEmpty()) {
-        refuseChangeInProgress(ctx_, dialogs_);
-        return;
-    }
-    setStatus(QStringLiteral("Procesando..."));
-    std::optional<purchases::LoadedPurchase> loaded;
-    try {
-        loaded = purchases::Modifica_Compra(ctx_, number);
-    } catch (const store::StoreError& error) {
-        dialogs_.stop(error.message());
-    }
-    if (!loaded) {
-        setStatus(QString());
-        return;
-    }
+    const auto loaded = loadChange(number, !txtDia->text().isEmpty(),
+                                   [&] { return purchases::Modifica_Compra(ctx_, number); });
+    if (!loaded) return;
     loading_ = true;
     ComboOP->setCurrentIndex(loaded->entry.group);
     OMPLE_LLISTA_Despeses();
@@ -281,11 +262,7 @@ void FormCompres::Modifica_Compra(const QString& number, bool fromJournal) {
     pendent_ = fromJournal;
     lblproces->setText(m(726).trimmed());
     setStatus(m(726));
-    if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget())) {
-        window->showNormal();
-        window->raise();
-    }
-    activateWindow();
+    bringToFront();
     focus(txtDia);
 }
 

@@ -23,7 +23,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -31,9 +30,7 @@
 namespace tallora {
 
 FormSuplidos::FormSuplidos(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
-    : QWidget(parent), ctx_(ctx), dialogs_(dialogs) {
-    setObjectName(QStringLiteral("FormSuplidos"));
-    setWindowTitle(m(6503));
+    : EntryScreen(ctx, dialogs, QStringLiteral("FormSuplidos"), Missatge(ctx, 6503), parent) {
     auto* root = new QVBoxLayout(this);
     root->setContentsMargins(0, 0, 0, 0);
     root->addWidget(ui::bandTitle(m(6503), ctx_.EmpresaNom, this));
@@ -60,21 +57,7 @@ FormSuplidos::FormSuplidos(WorkingContext& ctx, Dialogs& dialogs, QWidget* paren
 
     auto* g = new QGridLayout;
     g->setHorizontalSpacing(8);
-    txtDia = field(QStringLiteral("txtDia"), 2);
-    txtMes = field(QStringLiteral("txtMes"), 2);
-    txtDia->setFixedWidth(44);
-    txtMes->setFixedWidth(44);
-    lblFecha = new QLabel(this);
-    lblFecha->setObjectName(QStringLiteral("lblFecha"));
-    auto* date = new QHBoxLayout;
-    date->addWidget(txtDia);
-    date->addSpacing(8);
-    date->addWidget(caption(QStringLiteral("lblMes"), fixedText(ctx_, "Mes", "Mes"), txtMes));
-    date->addSpacing(4);
-    date->addWidget(txtMes);
-    date->addSpacing(12);
-    date->addWidget(lblFecha);
-    date->addStretch(1);
+    QHBoxLayout* date = dateRow(txtDia, txtMes, lblFecha);
     g->addWidget(caption(QStringLiteral("lblDia"), m(601), txtDia), 0, 0);
     g->addLayout(date, 0, 1);
     txtClient = field(QStringLiteral("txtClient"), 40);
@@ -109,46 +92,19 @@ FormSuplidos::FormSuplidos(WorkingContext& ctx, Dialogs& dialogs, QWidget* paren
     connect(ListClients, &QListWidget::itemDoubleClicked, this, [this] { takeParty(); });
     left->addWidget(ListClients, 1);
 
-    auto* buttons = new QHBoxLayout;
-    auto* hint = new QLabel(m(615), this);
-    hint->setWordWrap(true);
-    buttons->addWidget(hint, 1);
-    btnGuardar = new QPushButton(m(17), this);
-    btnGuardar->setObjectName(QStringLiteral("btnGuardar"));
-    btnTancar = new QPushButton(m(308), this);
-    btnTancar->setObjectName(QStringLiteral("btnTancar"));
-    for (QPushButton* b : {btnGuardar, btnTancar}) {
-        b->setFocusPolicy(Qt::ClickFocus);
-        buttons->addWidget(b);
-    }
+    left->addWidget(buttonRow(m(615), btnGuardar, btnTancar));
     connect(btnGuardar, &QPushButton::clicked, this, &FormSuplidos::GrabaApunt);
     connect(btnTancar, &QPushButton::clicked, this, &FormSuplidos::Cancela_Apunt);
-    left->addLayout(buttons);
 
-    auto* right = new QVBoxLayout;
-    right->addWidget(ui::heading(m(630).trimmed(), this));
-    ListRegistres = ui::journalList(this);
-    connect(ListRegistres, &QListWidget::itemDoubleClicked, this, [this] {
-        if (const auto number = ui::reopenNumber(ListRegistres))
-            Modifica_Suplido(QString::number(*number));
-    });
-    right->addWidget(ListRegistres, 1);
     auto* body = new QHBoxLayout;
     body->setContentsMargins(8, 6, 8, 6);
     body->addLayout(left, 3);
-    body->addLayout(right, 2);
+    body->addLayout(journalColumn(), 2);
     root->addLayout(body, 1);
 
     order_ = {txtDia, txtMes, txtClient, txtdescripcio, txtTotal, ListEntitats};
     connect(txtClient, &QLineEdit::textChanged, this,
             [this](const QString& text) { ui::selectPrefix(ListClients, text); });
-    for (QLineEdit* f : {txtDia, txtMes})
-        connect(f, &QLineEdit::textEdited, this, [this, f](const QString& text) {
-            if (!text.isEmpty() && (!Es_Numeric(ctx_, text) || text == QStringLiteral("-"))) {
-                dialogs_.beep();
-                f->clear();
-            }
-        });
     for (QRadioButton* option : {OpSuplido, OpProvision}) {
         option->setFocusPolicy(Qt::ClickFocus);
         connect(option, &QRadioButton::toggled, this, [this](bool on) {
@@ -156,32 +112,9 @@ FormSuplidos::FormSuplidos(WorkingContext& ctx, Dialogs& dialogs, QWidget* paren
         });
     }
     ui::helpOnF1(ctx_, this, QStringLiteral("suplidos"));
-    for (const JournalRow& row : journalTitle(ctx_, QDateTime::currentDateTime()))
-        Escriu_Diari(row);
     OMPLE_LLISTA_Entitats();
     Tria_Tipus();
     Neteja();
-}
-
-QString FormSuplidos::m(int n) const {
-    return Missatge(ctx_, n);
-}
-
-QLineEdit* FormSuplidos::field(const QString& name, int maxLength) {
-    auto* f = new QLineEdit(this);
-    f->setObjectName(name);
-    f->setMaxLength(maxLength);
-    f->installEventFilter(this);
-    ui::colourOnFocus(f);
-    return f;
-}
-
-QLabel* FormSuplidos::caption(const QString& name, const QString& text, QWidget* buddy) {
-    auto* l = new QLabel(text, this);
-    l->setObjectName(name);
-    l->setBuddy(buddy);
-    labels_.add(buddy, l);
-    return l;
 }
 
 void FormSuplidos::Tria_Tipus() {
@@ -199,17 +132,7 @@ void FormSuplidos::Tria_Tipus() {
 
 void FormSuplidos::OMPLE_LLISTA_Entitats() {
     if (!ctx_.Tesoreria) return;
-    const QString selected = ListEntitats->currentText();
-    ListEntitats->clear();
-    auto db = store::Database::open(ctx_.exerciseFile(schema::db::Tesorer));
-    auto st = db.prepare(QStringLiteral("select entidad, Id from entidades order by entidad asc"));
-    bool first = true;
-    while (st.next()) {
-        if (first) ListEntitats->addItem(QString());
-        first = false;
-        ListEntitats->addItem(st.text(0), QVariant::fromValue<qint64>(st.int64(1)));
-    }
-    ListEntitats->setCurrentIndex(std::max(0, ListEntitats->findText(selected)));
+    fillTreasuryAccounts(ListEntitats, false);
 }
 
 void FormSuplidos::refreshLists() {
@@ -272,16 +195,6 @@ void FormSuplidos::Neteja() {
     focus(txtDia);
 }
 
-void FormSuplidos::focus(QWidget* w) {
-    w->setFocus(Qt::OtherFocusReason);
-    if (!w->hasFocus()) fieldEntered(w);
-}
-
-void FormSuplidos::setStatus(const QString& text) {
-    status_ = text;
-    emit statusChanged(text);
-}
-
 void FormSuplidos::fieldEntered(QWidget* w) {
     labels_.mark(w);
     if (w != txtDia && w != txtMes && order_.contains(w)) {
@@ -297,26 +210,7 @@ void FormSuplidos::fieldEntered(QWidget* w) {
         if (const auto month = Mes_Per_Defecte(ctx_)) txtMes->setText(QString::number(*month));
 }
 
-bool FormSuplidos::eventFilter(QObject* watched, QEvent* event) {
-    auto* w = qobject_cast<QWidget*>(watched);
-    if (!w) return false;
-    if (event->type() == QEvent::FocusIn) {
-        fieldEntered(w);
-        return false;
-    }
-    if (event->type() != QEvent::KeyPress) return false;
-    const auto* key = static_cast<QKeyEvent*>(event);
-    if (key->key() == Qt::Key_Plus && (key->modifiers() & Qt::KeypadModifier)) {
-        GrabaApunt();
-        return true;
-    }
-    if (key->text() == QStringLiteral("+")) return true;
-    if (key->key() == Qt::Key_Escape) {
-        Cancela_Apunt();
-        return true;
-    }
-    if (ui::isEnter(key->key())) return enterPressed(w);
-    if (key->key() == Qt::Key_Up) return upPressed(w);
+bool FormSuplidos::otherKey(QWidget* w, const QKeyEvent* key) {
     return ui::listFieldKey(w, key, txtClient, ListClients);
 }
 
@@ -350,15 +244,7 @@ bool FormSuplidos::upPressed(QWidget* w) {
         ui::moveListSelection(ListClients, -1);
         return true;
     }
-    qsizetype at = order_.indexOf(w);
-    if (at < 0) return false;
-    while (--at >= 0) {
-        if (order_[at]->isVisibleTo(this)) {
-            focus(order_[at]);
-            break;
-        }
-    }
-    return true;
+    return focusPrevious(order_, w);
 }
 
 bool FormSuplidos::dateChecked() {
@@ -395,13 +281,6 @@ void FormSuplidos::totalEntered() {
         focus(ListEntitats);
     else
         GrabaApunt();
-}
-
-void FormSuplidos::closeScreen() {
-    if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()))
-        window->close();
-    else
-        QWidget::close();
 }
 
 // Esc and the third button: a typed entry is dropped after the question; with nothing
@@ -482,32 +361,15 @@ void FormSuplidos::Escriu_Diari(const JournalRow& row) {
 }
 
 void FormSuplidos::Modifica_Suplido(const QString& number) {
-    if (number.trimmed().isEmpty()) return;
-    if (!txtDia->text().isEmpty()) {
-        refuseChangeInProgress(ctx_, dialogs_);
-        return;
-    }
-    setStatus(QStringLiteral("Procesando..."));
-    std::optional<purchases::ProvisionEntry> loaded;
-    try {
-        loaded = purchases::Modifica_Suplido(ctx_, number);
-    } catch (const store::StoreError& error) {
-        dialogs_.stop(error.message());
-    }
-    if (!loaded) {
-        setStatus(QString());
-        return;
-    }
+    const auto loaded = loadChange(number, !txtDia->text().isEmpty(),
+                                   [&] { return purchases::Modifica_Suplido(ctx_, number); });
+    if (!loaded) return;
     display(*loaded);
     ui::selectPrefix(ListClients, loaded->txtClient);
     btnTancar->setText(m(6408));
     lblproces->setText(m(726).trimmed());
     setStatus(m(726));
-    if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget())) {
-        window->showNormal();
-        window->raise();
-    }
-    activateWindow();
+    bringToFront();
     focus(txtDia);
 }
 

@@ -8,9 +8,7 @@
 // past the last field, posts; Up goes back; Esc drops a typed entry after the question, or
 // closes; the "+" of the numeric pad posts. The logic is in purchases/provision_*.
 #include "purchases/provision_entry.h"
-#include "widgets/entry_parts.h"
-
-#include <QWidget>
+#include "widgets/entry_screen.h"
 
 class QComboBox;
 class QFrame;
@@ -27,7 +25,7 @@ class Dialogs;
 class WorkingContext;
 struct JournalRow;
 
-class FormSuplidos : public QWidget {
+class FormSuplidos : public ui::EntryScreen {
     Q_OBJECT
 public:
     FormSuplidos(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent = nullptr);
@@ -42,48 +40,39 @@ public:
     void refreshLists();
     void display(const purchases::ProvisionEntry& e);
     purchases::ProvisionEntry entry() const;
-    QString statusText() const { return status_; }
 
 signals:
-    void statusChanged(const QString& text);
     // A posted entry was saved again: an inquiry behind may search again.
     void provisionChanged();
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    void fieldEntered(QWidget* w) override;
+    bool enterPressed(QWidget* w) override;
+    bool upPressed(QWidget* w) override;
+    bool otherKey(QWidget* w, const QKeyEvent* key) override;
+    void post() override { GrabaApunt(); }
+    void escape() override { Cancela_Apunt(); }
+    void reopen(std::int64_t number) override { Modifica_Suplido(QString::number(number)); }
 
 private:
-    QLineEdit* field(const QString& name, int maxLength);
-    QLabel* caption(const QString& name, const QString& text, QWidget* buddy);
     void OMPLE_LLISTA_Entitats();
-    bool enterPressed(QWidget* w);
-    bool upPressed(QWidget* w);
-    void fieldEntered(QWidget* w);
     bool dateChecked();
     void takeParty();
     void totalEntered();
     void Cancela_Apunt();
     void refused(purchases::ProvisionField field);
     void Escriu_Diari(const JournalRow& row);
-    void focus(QWidget* w);
-    void setStatus(const QString& text);
-    void closeScreen();
-    QString m(int n) const;
 
-    WorkingContext& ctx_;
-    Dialogs& dialogs_;
     QRadioButton *OpSuplido, *OpProvision;
     QLabel *lblOrdre, *lblFecha, *lblproces, *lblclient;
     QLineEdit *txtDia, *txtMes, *txtClient, *txtdescripcio, *txtTotal;
-    QListWidget *ListClients, *ListRegistres;
+    QListWidget* ListClients;
     QComboBox* ListEntitats;
     QGroupBox* FrameTesoreria;
     QPushButton *btnGuardar, *btnTancar;
-    ui::BoldLabels labels_;
     QList<QWidget*> order_;
     bool gravant_ = false;
     bool loading_ = false;
-    QString status_;
 };
 
 }  // namespace tallora

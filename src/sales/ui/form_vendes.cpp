@@ -31,9 +31,9 @@ using ui::heading;
 
 FormVendes::FormVendes(WorkingContext& ctx, Dialogs& dialogs, report::ReportJob* job,
                        report::ReportOutput* output, QWidget* parent)
-    : QWidget(parent), ctx_(ctx), dialogs_(dialogs), job_(job), output_(output) {
-    setObjectName(QStringLiteral("FormVendes"));
-    setWindowTitle(m(613));
+    : EntryScreen(ctx, dialogs, QStringLiteral("FormVendes"), Missatge(ctx, 613), parent),
+      job_(job),
+      output_(output) {
     auto* root = new QVBoxLayout(this);
     root->setContentsMargins(0, 0, 0, 0);
     lblproces = new QLabel(this);
@@ -46,23 +46,17 @@ FormVendes::FormVendes(WorkingContext& ctx, Dialogs& dialogs, report::ReportJob*
     left->addWidget(buildEntry());
     left->addWidget(buildTreasury());
     left->addWidget(buildWorkArea(), 1);
-    left->addWidget(buildButtons());
+    left->addWidget(buttonRow(m(611) + QStringLiteral(" ") + m(612), btnGuardar, btnTancar));
+    connect(btnGuardar, &QPushButton::clicked, this, &FormVendes::Guardar);
+    connect(btnTancar, &QPushButton::clicked, this, &FormVendes::Surt_Apunt);
     order_ = {txtDia, txtMes, txtClient, txtTipus, txtdescripcio, txtTotal, CmbIva,
               txtBaseIRPF, Text1, txtRetencio, ListEntitats};
     body->addLayout(left, 3);
 
-    auto* right = new QVBoxLayout;
-    right->addWidget(heading(m(630).trimmed(), this));
-    ListRegistres = ui::journalList(this);
-    connect(ListRegistres, &QListWidget::itemDoubleClicked, this,
-            &FormVendes::journalDoubleClicked);
-    right->addWidget(ListRegistres, 1);
-    body->addLayout(right, 2);
+    body->addLayout(journalColumn(), 2);
     root->addLayout(body, 1);
 
     ui::helpOnF1(ctx_, this, QStringLiteral("ventas"));
-    for (const auto& row : sales::journalTitle(ctx_, QDateTime::currentDateTime()))
-        Escriu_Diari(row);
     applyKind();
     OMPLE_LLISTA_Clients();
     OMPLE_LLISTA_Vendes();
@@ -70,33 +64,8 @@ FormVendes::FormVendes(WorkingContext& ctx, Dialogs& dialogs, report::ReportJob*
     Neteja_Apunt();
 }
 
-QString FormVendes::m(int n) const {
-    return Missatge(ctx_, n);
-}
-
-QString FormVendes::fixed(const char* spanish, const char* catalan) const {
-    return fixedText(ctx_, QString::fromUtf8(spanish), QString::fromUtf8(catalan));
-}
-
 bool FormVendes::tickets() const {
     return sales::isTickets(ctx_);
-}
-
-QLineEdit* FormVendes::field(const QString& name, int maxLength) {
-    auto* f = new QLineEdit(this);
-    f->setObjectName(name);
-    if (maxLength > 0) f->setMaxLength(maxLength);
-    f->installEventFilter(this);
-    ui::colourOnFocus(f);
-    return f;
-}
-
-QLabel* FormVendes::caption(const QString& name, const QString& text, QWidget* buddy) {
-    auto* l = new QLabel(text, this);
-    l->setObjectName(name);
-    l->setBuddy(buddy);
-    labels_.add(buddy, l);
-    return l;
 }
 
 QWidget* FormVendes::buildEntry() {
@@ -105,26 +74,8 @@ QWidget* FormVendes::buildEntry() {
     g->setContentsMargins(0, 0, 0, 0);
     g->setHorizontalSpacing(8);
 
-    txtDia = field(QStringLiteral("txtDia"), 2);
-    txtMes = field(QStringLiteral("txtMes"), 2);
-    txtDia->setFixedWidth(44);
-    txtMes->setFixedWidth(44);
-    lblFecha = new QLabel(this);
-    lblFecha->setObjectName(QStringLiteral("lblFecha"));
-    lblOrdre = new QLabel(this);
-    lblOrdre->setObjectName(QStringLiteral("lblOrdre"));
-    lblOrdre->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    auto* date = new QHBoxLayout;
-    date->addWidget(txtDia);
-    date->addSpacing(8);
-    date->addWidget(caption(QStringLiteral("lblMes"), fixed("Mes", "Mes"), txtMes));
-    date->addWidget(txtMes);
-    date->addSpacing(12);
-    date->addWidget(lblFecha);
-    date->addStretch(1);
-    date->addWidget(lblproces);
-    date->addSpacing(12);
-    date->addWidget(lblOrdre);
+    QHBoxLayout* date = dateRow(txtDia, txtMes, lblFecha);
+    addNumber(date, lblproces, lblOrdre);
     g->addWidget(caption(QStringLiteral("lblDia"), m(601), txtDia), 0, 0);
     g->addLayout(date, 0, 1, 1, 3);
 
@@ -206,18 +157,8 @@ QWidget* FormVendes::buildEntry() {
         connect(f, &QLineEdit::textChanged, this, [this, f](const QString& text) {
             f == txtClient ? customerTyped(text) : accountTyped(text);
         });
-    connect(txtDia, &QLineEdit::textEdited, this, [this](const QString& text) {
-        if (!text.isEmpty() && (!Es_Numeric(ctx_, text) || text == QStringLiteral("-"))) {
-            beep();
-            txtDia->clear();
-        }
+    connect(txtDia, &QLineEdit::textEdited, this, [this] {
         if (!txtDia->text().isEmpty()) btnTancar->setText(m(6408));
-    });
-    connect(txtMes, &QLineEdit::textEdited, this, [this](const QString& text) {
-        if (!text.isEmpty() && (!Es_Numeric(ctx_, text) || text == QStringLiteral("-"))) {
-            beep();
-            txtMes->clear();
-        }
     });
     connect(Text1, &QLineEdit::textEdited, this, [this](const QString& text) {
         if (text.contains(u'-')) Text1->setText(QString(text).remove(u'-'));
@@ -233,24 +174,9 @@ QWidget* FormVendes::buildEntry() {
 }
 
 QWidget* FormVendes::buildTreasury() {
-    FrameTesoreria = ui::panelFrame(QStringLiteral("FrameTesoreria"), this);
-    auto* row = new QHBoxLayout(FrameTesoreria);
-    row->setContentsMargins(6, 4, 6, 4);
-    ListEntitats = new QComboBox(this);
-    ListEntitats->setObjectName(QStringLiteral("ListEntitats"));
-    ListEntitats->setMinimumWidth(220);
-    ListEntitats->installEventFilter(this);
-    DtFacturacionVencimiento = new QDateEdit(this);
-    DtFacturacionVencimiento->setObjectName(QStringLiteral("DtFacturacionVencimiento"));
-    DtFacturacionVencimiento->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
-    DtFacturacionVencimiento->setCalendarPopup(true);
-    DtFacturacionVencimiento->setFocusPolicy(Qt::ClickFocus);
-    row->addWidget(caption(QStringLiteral("lblEntitats"), m(6758), ListEntitats));
-    row->addWidget(ListEntitats, 1);
-    row->addSpacing(12);
-    row->addWidget(caption(QStringLiteral("lblVencimiento"), m(6998), DtFacturacionVencimiento));
-    row->addWidget(DtFacturacionVencimiento);
-    FrameTesoreria->setVisible(ctx_.Tesoreria);
+    FrameTesoreria =
+        treasuryFrame(m(6758), ListEntitats, QStringLiteral("DtFacturacionVencimiento"),
+                      DtFacturacionVencimiento);
     return FrameTesoreria;
 }
 
@@ -380,27 +306,6 @@ QWidget* FormVendes::buildReceiptFrame() {
     return FRAME_recibos;
 }
 
-QWidget* FormVendes::buildButtons() {
-    auto* box = new QWidget(this);
-    auto* row = new QHBoxLayout(box);
-    row->setContentsMargins(0, 4, 0, 0);
-    auto* hint = new QLabel(m(611) + QStringLiteral(" ") + m(612), box);
-    hint->setObjectName(QStringLiteral("lblAjuda"));
-    hint->setWordWrap(true);
-    row->addWidget(hint, 1);
-    btnGuardar = new QPushButton(m(17), box);
-    btnGuardar->setObjectName(QStringLiteral("btnGuardar"));
-    btnGuardar->setFocusPolicy(Qt::ClickFocus);
-    btnTancar = new QPushButton(m(308), box);
-    btnTancar->setObjectName(QStringLiteral("btnTancar"));
-    btnTancar->setFocusPolicy(Qt::ClickFocus);
-    connect(btnGuardar, &QPushButton::clicked, this, &FormVendes::Guardar);
-    connect(btnTancar, &QPushButton::clicked, this, &FormVendes::Surt_Apunt);
-    row->addWidget(btnGuardar);
-    row->addWidget(btnTancar);
-    return box;
-}
-
 void FormVendes::fillRateCaptions(const std::array<double, 3>& iva,
                                   const std::array<double, 3>& re) {
     for (std::size_t i = 0; i < 3; ++i) {
@@ -452,14 +357,7 @@ void FormVendes::OMPLE_LLISTA_Vendes() {
 void FormVendes::OMPLE_LLISTA_Entitats(const QString& select) {
     if (ListEntitats->currentText() == QStringLiteral("Marca")) return;
     ListEntitats->clear();
-    ListEntitats->addItem(QString());  // no account: the sale stays pending
-    if (ctx_.Tesoreria) {
-        auto db = store::Database::open(ctx_.exerciseFile(schema::db::Tesorer));
-        auto st =
-            db.prepare(QStringLiteral("select entidad, Id from entidades order by entidad asc"));
-        while (st.next())
-            ListEntitats->addItem(st.text(0), QVariant::fromValue<qint64>(st.int64(1)));
-    }
+    fillTreasuryAccounts(ListEntitats, true);  // no account: the sale stays pending
     ListEntitats->setCurrentIndex(std::max(0, ListEntitats->findText(select)));
 }
 

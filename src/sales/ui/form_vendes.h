@@ -17,9 +17,7 @@
 #include "sales/sale_entry.h"
 #include "sales/sale_journal.h"
 #include "sales/sale_validation.h"
-#include "widgets/entry_parts.h"
-
-#include <QWidget>
+#include "widgets/entry_screen.h"
 
 #include <array>
 #include <functional>
@@ -43,7 +41,7 @@ struct ReportJob;
 class ReportOutput;
 }  // namespace report
 
-class FormVendes : public QWidget {
+class FormVendes : public ui::EntryScreen {
     Q_OBJECT
 public:
     // `job` and `output` print the receipt; without them no receipt is printed.
@@ -67,16 +65,20 @@ public:
     // What the screen holds now, as the logic reads it.
     sales::SaleEntry entry() const;
     bool posting() const { return posting_; }
-    QString statusText() const { return status_; }
 
 signals:
-    // For the status panel of the shell.
-    void statusChanged(const QString& text);
     // A change opened from elsewhere was saved or cancelled: the screen behind may refresh.
     void saleChanged();
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    void fieldEntered(QWidget* w) override;
+    void leaveField(QWidget* w) override;
+    bool enterPressed(QWidget* w) override;
+    bool upPressed(QWidget* w) override;
+    bool otherKey(QWidget* w, const QKeyEvent* key) override;
+    void post() override { GrabaApunt(); }
+    void escape() override;
+    void reopen(std::int64_t number) override { Modifica_Venda(QString::number(number), true); }
 
 private:
     // Construction (form_vendes.cpp).
@@ -85,9 +87,6 @@ private:
     QWidget* buildWorkArea();
     QWidget* buildAmountsPanel();
     QWidget* buildReceiptFrame();
-    QWidget* buildButtons();
-    QLineEdit* field(const QString& name, int maxLength = 0);
-    QLabel* caption(const QString& name, const QString& text, QWidget* buddy);
     void fillRateCaptions(const std::array<double, 3>& iva, const std::array<double, 3>& re);
     void applyKind();
     void OMPLE_LLISTA_Clients();
@@ -97,10 +96,6 @@ private:
 
     // Focus and keys (form_vendes_flow.cpp).
     void NEGRETES(QWidget* focused);
-    bool enterPressed(QWidget* w);
-    bool upPressed(QWidget* w);
-    void fieldEntered(QWidget* w);
-    void leaveField(QWidget* w);
     bool earlierFieldEmpty(QWidget* w);
     void dayEntered();
     void monthEntered();
@@ -118,9 +113,6 @@ private:
     void amountLeft(QLineEdit* w);
     void irpfPercentChanged();
     void showPanel(QWidget* page);
-    void focus(QWidget* w);
-    void beep();
-    void setStatus(const QString& text);
 
     // Posting, the receipt frame and the journal (form_vendes_posting.cpp).
     void rebutGrava();
@@ -128,16 +120,11 @@ private:
     void Escriu_Diari(const sales::JournalRow& row);
     void Fi_Apunt();
     void refused(sales::EntryField field, bool openPanel);
-    void journalDoubleClicked();
     void Guardar();
 
-    QString m(int n) const;
-    QString fixed(const char* spanish, const char* catalan) const;
     bool tickets() const;
     bool clientRE() const;
 
-    WorkingContext& ctx_;
-    Dialogs& dialogs_;
     report::ReportJob* job_;
     report::ReportOutput* output_;
 
@@ -145,7 +132,7 @@ private:
     QLineEdit *txtDia, *txtMes, *txtClient, *txtTipus, *txtdescripcio, *txtTotal, *txtBaseIRPF,
         *Text1, *txtRetencio;
     QComboBox *cmbSerie, *CmbIva, *ListEntitats, *CmbClasificacion;
-    QListWidget *ListClients, *ListVendes, *ListRegistres;
+    QListWidget *ListClients, *ListVendes;
     QStackedWidget* work_;
     QFrame *FrameList, *PanelIVA, *FrameTesoreria, *FRAME_recibos;
     std::array<QLineEdit*, 3> txtBase{}, txtIVA{}, txtRE{};
@@ -160,14 +147,12 @@ private:
     QLabel *lblclient, *lblcmbIVA, *lblRetencio, *lblBaseIRPF, *lblText1;
 
     // The labels made bold with their field, and the fields in Enter order.
-    ui::BoldLabels labels_;
     QList<QWidget*> order_;
 
     Money exempta_;
     bool posting_ = false;
     bool aqui_ = false;       // the change was started from this screen's journal
     bool loading_ = false;    // a posted sale is being put on the screen
-    QString status_;
 };
 
 }  // namespace tallora

@@ -23,25 +23,6 @@ using ui::isEnter;
 using ui::moveListSelection;
 using ui::selectPrefix;
 
-void FormVendes::beep() {
-    dialogs_.beep();
-}
-
-void FormVendes::setStatus(const QString& text) {
-    status_ = text;
-    emit statusChanged(text);
-}
-
-void FormVendes::focus(QWidget* w) {
-    QWidget* from = focusWidget();
-    w->setFocus(Qt::OtherFocusReason);
-    // A window that is not active gets no focus events: the fields are left and entered here.
-    if (!w->hasFocus()) {
-        if (from && from != w) leaveField(from);
-        fieldEntered(w);
-    }
-}
-
 // What leaving a field does, wherever the focus goes next.
 void FormVendes::leaveField(QWidget* w) {
     if (w == CmbIva) leaveCmbIva();
@@ -59,30 +40,11 @@ bool FormVendes::clientRE() const {
     return !tickets() && sales::Client_RE(ctx_, txtClient->text());
 }
 
-bool FormVendes::eventFilter(QObject* watched, QEvent* event) {
-    auto* w = qobject_cast<QWidget*>(watched);
-    if (!w) return false;
-    if (event->type() == QEvent::FocusIn) {
-        fieldEntered(w);
-        return false;
-    }
-    if (event->type() == QEvent::FocusOut) {
-        leaveField(w);
-        return false;
-    }
-    if (event->type() != QEvent::KeyPress) return false;
-    const auto* key = static_cast<QKeyEvent*>(event);
-    if (key->key() == Qt::Key_Plus && (key->modifiers() & Qt::KeypadModifier)) {
-        GrabaApunt();
-        return true;
-    }
-    if (key->text() == QStringLiteral("+")) return true;  // the sanitiser would drop it
-    if (key->key() == Qt::Key_Escape) {
-        work_->currentWidget() == FRAME_recibos ? rebutCancela() : Surt_Apunt();
-        return true;
-    }
-    if (isEnter(key->key())) return enterPressed(w);
-    if (key->key() == Qt::Key_Up) return upPressed(w);
+void FormVendes::escape() {
+    work_->currentWidget() == FRAME_recibos ? rebutCancela() : Surt_Apunt();
+}
+
+bool FormVendes::otherKey(QWidget* w, const QKeyEvent* key) {
     return ui::listFieldKey(w, key, txtClient, ListClients) ||
            ui::listFieldKey(w, key, txtTipus, ListVendes);
 }
@@ -186,16 +148,7 @@ bool FormVendes::upPressed(QWidget* w) {
         focus(txtClient->isVisible() ? static_cast<QWidget*>(txtClient) : txtMes);
         return true;
     }
-    qsizetype at = order_.indexOf(w);
-    if (at < 0) return false;
-    while (--at >= 0) {
-        QWidget* before = order_[at];
-        if (before->isVisibleTo(this) && before->isEnabled()) {
-            focus(before);
-            break;
-        }
-    }
-    return true;
+    return focusPrevious(order_, w);
 }
 
 void FormVendes::dayEntered() {

@@ -19,7 +19,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QStackedWidget>
 
@@ -130,21 +129,15 @@ void FormVendes::Neteja_Apunt() {
 }
 
 void FormVendes::Surt_Apunt() {
-    auto close = [this] {
-        if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()))
-            window->close();
-        else
-            QWidget::close();
-    };
     if (txtDia->text().isEmpty()) {
-        close();
+        closeScreen();
         return;
     }
     // A sale opened from an inquiry goes back there without a question.
     if (!lblOrdre->text().isEmpty() && !aqui_) {
         Neteja_Apunt();
         emit saleChanged();
-        close();
+        closeScreen();
         return;
     }
     if (dialogs_.yesNo(m(618) + QStringLiteral("\n\n") + m(25)) == Dialogs::Answer::Yes)
@@ -230,28 +223,10 @@ void FormVendes::Escriu_Diari(const sales::JournalRow& row) {
     ui::writeJournalRow(ListRegistres, row);
 }
 
-void FormVendes::journalDoubleClicked() {
-    if (const auto number = ui::reopenNumber(ListRegistres))
-        Modifica_Venda(QString::number(*number), true);
-}
-
 void FormVendes::Modifica_Venda(const QString& number, bool fromJournal) {
-    if (number.trimmed().isEmpty()) return;
-    if (!txtDia->text().isEmpty()) {
-        sales::refuseChangeInProgress(ctx_, dialogs_);
-        return;
-    }
-    setStatus(QStringLiteral("Procesando..."));
-    std::optional<sales::LoadedSale> loaded;
-    try {
-        loaded = sales::Modifica_Venda(ctx_, number);
-    } catch (const store::StoreError& error) {
-        dialogs_.stop(error.message());
-    }
-    if (!loaded) {
-        setStatus(QString());
-        return;
-    }
+    const auto loaded = loadChange(number, !txtDia->text().isEmpty(),
+                                   [&] { return sales::Modifica_Venda(ctx_, number); });
+    if (!loaded) return;
     lblproces->setText(QStringLiteral("Modificando apunte..."));
     loading_ = true;
     display(loaded->entry);
@@ -279,11 +254,7 @@ void FormVendes::Modifica_Venda(const QString& number, bool fromJournal) {
     btnTancar->setText(m(6408));
     aqui_ = fromJournal;
     setStatus(m(726));
-    if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget())) {
-        window->showNormal();
-        window->raise();
-    }
-    activateWindow();
+    bringToFront();
     focus(txtDia);
 }
 

@@ -1,0 +1,237 @@
+#include "entry_screen.h"
+
+#include "context/common_helpers.h"
+#include "context/day_log.h"
+#include "context/dialogs.h"
+#include "context/messages.h"
+#include "context/working_context.h"
+#include "field_behaviour.h"
+#include "journal_list.h"
+#include "schema/creation.h"
+#include "store/database.h"
+
+#include <QComboBox>
+#include <QDateEdit>
+#include <QDateTime>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace tallora::ui {
+
+EntryScreen::EntryScreen(WorkingContext& ctx, Dialogs& dialogs, const QString& name,
+                         const QString& title, QWidget* parent)
+    : QWidget(parent), ctx_(ctx), dialogs_(dialogs) {
+    setObjectName(name);
+    setWindowTitle(title);
+}
+
+QString EntryScreen::m(int n) const {
+    return Missatge(ctx_, n);
+}
+
+QString EntryScreen::fixed(const char* spanish, const char* catalan) const {
+    return fixedText(ctx_, QString::fromUtf8(spanish), QString::fromUtf8(catalan));
+}
+
+QLineEdit* EntryScreen::field(const QString& name, int maxLength) {
+    auto* f = new QLineEdit(this);
+    f->setObjectName(name);
+    if (maxLength > 0) f->setMaxLength(maxLength);
+    f->installEventFilter(this);
+    colourOnFocus(f);
+    return f;
+}
+
+QLabel* EntryScreen::caption(const QString& name, const QString& text, QWidget* buddy) {
+    auto* l = new QLabel(text, this);
+    l->setObjectName(name);
+    l->setBuddy(buddy);
+    labels_.add(buddy, l);
+    return l;
+}
+
+QHBoxLayout* EntryScreen::dateRow(QLineEdit*& day, QLineEdit*& month, QLabel*& date) {
+    day = field(QStringLiteral("txtDia"), 2);
+    month = field(QStringLiteral("txtMes"), 2);
+    date = new QLabel(this);
+    date->setObjectName(QStringLiteral("lblFecha"));
+    for (QLineEdit* f : {day, month}) {
+        f->setFixedWidth(44);
+        connect(f, &QLineEdit::textEdited, this, [this, f](const QString& text) {
+            if (!text.isEmpty() && (!Es_Numeric(ctx_, text) || text == QStringLiteral("-"))) {
+                beep();
+                f->clear();
+            }
+        });
+    }
+    auto* row = new QHBoxLayout;
+    row->addWidget(day);
+    row->addSpacing(8);
+    row->addWidget(caption(QStringLiteral("lblMes"), fixed("Mes", "Mes"), month));
+    row->addSpacing(4);
+    row->addWidget(month);
+    row->addSpacing(12);
+    row->addWidget(date);
+    row->addStretch(1);
+    return row;
+}
+
+void EntryScreen::addNumber(QHBoxLayout* row, QLabel* process, QLabel*& ordre) {
+    ordre = new QLabel(this);
+    ordre->setObjectName(QStringLiteral("lblOrdre"));
+    ordre->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    row->addWidget(process);
+    row->addSpacing(12);
+    row->addWidget(ordre);
+}
+
+QFrame* EntryScreen::treasuryFrame(const QString& account, QComboBox*& list, const QString& dueName,
+                                   QDateEdit*& due) {
+    QFrame* frame = panelFrame(QStringLiteral("FrameTesoreria"), this);
+    auto* row = new QHBoxLayout(frame);
+    row->setContentsMargins(6, 4, 6, 4);
+    list = new QComboBox(this);
+    list->setObjectName(QStringLiteral("ListEntitats"));
+    list->setMinimumWidth(220);
+    list->installEventFilter(this);
+    due = new QDateEdit(this);
+    due->setObjectName(dueName);
+    due->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
+    due->setCalendarPopup(true);
+    due->setFocusPolicy(Qt::ClickFocus);
+    row->addWidget(caption(QStringLiteral("lblEntitats"), account, list));
+    row->addWidget(list, 1);
+    row->addSpacing(12);
+    row->addWidget(caption(QStringLiteral("lblVencimiento"), m(6998), due));
+    row->addWidget(due);
+    frame->setVisible(ctx_.Tesoreria);
+    return frame;
+}
+
+void EntryScreen::fillTreasuryAccounts(QComboBox* list, bool blankAlways) {
+    const QString selected = list->currentText();
+    list->clear();
+    if (blankAlways) list->addItem(QString());
+    if (ctx_.Tesoreria) {
+        auto db = store::Database::open(ctx_.exerciseFile(schema::db::Tesorer));
+        auto st =
+            db.prepare(QStringLiteral("select entidad, Id from entidades order by entidad asc"));
+        while (st.next()) {
+            if (list->count() == 0) list->addItem(QString());
+            list->addItem(st.text(0), QVariant::fromValue<qint64>(st.int64(1)));
+        }
+    }
+    list->setCurrentIndex(std::max(0, list->findText(selected)));
+}
+
+bool EntryScreen::focusPrevious(const QList<QWidget*>& order, QWidget* w) {
+    qsizetype at = order.indexOf(w);
+    if (at < 0) return false;
+    while (--at >= 0) {
+        if (order[at]->isVisibleTo(this) && order[at]->isEnabled()) {
+            focus(order[at]);
+            break;
+        }
+    }
+    return true;
+}
+
+QVBoxLayout* EntryScreen::journalColumn() {
+    auto* column = new QVBoxLayout;
+    column->addWidget(heading(m(630).trimmed(), this));
+    ListRegistres = journalList(this);
+    connect(ListRegistres, &QListWidget::itemDoubleClicked, this, [this] {
+        if (const auto number = reopenNumber(ListRegistres)) reopen(*number);
+    });
+    column->addWidget(ListRegistres, 1);
+    for (const JournalRow& row : journalTitle(ctx_, QDateTime::currentDateTime()))
+        writeJournalRow(ListRegistres, row);
+    return column;
+}
+
+QWidget* EntryScreen::buttonRow(const QString& hint, QPushButton*& save, QPushButton*& close) {
+    auto* box = new QWidget(this);
+    auto* row = new QHBoxLayout(box);
+    row->setContentsMargins(0, 4, 0, 0);
+    auto* text = new QLabel(hint, box);
+    text->setObjectName(QStringLiteral("lblAjuda"));
+    text->setWordWrap(true);
+    row->addWidget(text, 1);
+    save = new QPushButton(m(17), box);
+    save->setObjectName(QStringLiteral("btnGuardar"));
+    close = new QPushButton(m(308), box);
+    close->setObjectName(QStringLiteral("btnTancar"));
+    for (QPushButton* b : {save, close}) {
+        b->setFocusPolicy(Qt::ClickFocus);
+        row->addWidget(b);
+    }
+    return box;
+}
+
+void EntryScreen::focus(QWidget* w) {
+    QWidget* from = focusWidget();
+    w->setFocus(Qt::OtherFocusReason);
+    if (!w->hasFocus()) {
+        if (from && from != w) leaveField(from);
+        fieldEntered(w);
+    }
+}
+
+void EntryScreen::beep() {
+    dialogs_.beep();
+}
+
+void EntryScreen::setStatus(const QString& text) {
+    status_ = text;
+    emit statusChanged(text);
+}
+
+void EntryScreen::closeScreen() {
+    if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()))
+        window->close();
+    else
+        close();
+}
+
+void EntryScreen::bringToFront() {
+    if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget())) {
+        window->showNormal();
+        window->raise();
+    }
+    activateWindow();
+}
+
+bool EntryScreen::eventFilter(QObject* watched, QEvent* event) {
+    auto* w = qobject_cast<QWidget*>(watched);
+    if (!w) return false;
+    if (event->type() == QEvent::FocusIn) {
+        fieldEntered(w);
+        return false;
+    }
+    if (event->type() == QEvent::FocusOut) {
+        leaveField(w);
+        return false;
+    }
+    if (event->type() != QEvent::KeyPress) return false;
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (key->key() == Qt::Key_Plus && (key->modifiers() & Qt::KeypadModifier)) {
+        post();
+        return true;
+    }
+    if (key->text() == QStringLiteral("+")) return true;  // never typed into a field
+    if (key->key() == Qt::Key_Escape) {
+        escape();
+        return true;
+    }
+    if (isEnter(key->key())) return enterPressed(w);
+    if (key->key() == Qt::Key_Up) return upPressed(w);
+    return otherKey(w, key);
+}
+
+}  // namespace tallora::ui

@@ -1,0 +1,124 @@
+#pragma once
+// What the posting screens (sales, purchases, provisions and disbursements) share: the
+// entry's fields and their bold captions, the date row, the day log column with its rows
+// that reopen an entry, the hint and the two buttons, the focus moved by hand, the status
+// text, and the keys, which every field hands to the screen.
+//
+// Keys: Enter and Up go to the screen's own flow; the "+" of the numeric pad posts from
+// anywhere and "+" is never typed into a field; Esc is the screen's own way back.
+#include "context/dialogs.h"
+#include "context/entry_fields.h"
+#include "context/fwd.h"
+#include "entry_parts.h"
+#include "store/store_error.h"
+
+#include <QWidget>
+
+#include <cstdint>
+#include <optional>
+
+class QComboBox;
+class QDateEdit;
+class QFrame;
+class QHBoxLayout;
+class QKeyEvent;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+class QVBoxLayout;
+
+namespace tallora::ui {
+
+class EntryScreen : public QWidget {
+    Q_OBJECT
+public:
+    QString statusText() const { return status_; }
+
+signals:
+    // For the status panel of the shell.
+    void statusChanged(const QString& text);
+
+protected:
+    EntryScreen(WorkingContext& ctx, Dialogs& dialogs, const QString& name, const QString& title,
+                QWidget* parent);
+
+    // A field of the entry: its keys and focus come to this screen, its colour follows the
+    // focus.
+    QLineEdit* field(const QString& name, int maxLength = 0);
+    // The caption of `buddy`, bold while it has the focus.
+    QLabel* caption(const QString& name, const QString& text, QWidget* buddy);
+    // txtDia and txtMes, two digits each, a digit only, with lblFecha beside them; the
+    // screen adds what it shows on the right.
+    QHBoxLayout* dateRow(QLineEdit*& day, QLineEdit*& month, QLabel*& date);
+    // The right end of the date row: what the screen is doing (lblproces) and the number of
+    // the entry being changed (lblOrdre, made here).
+    void addNumber(QHBoxLayout* row, QLabel* process, QLabel*& ordre);
+    // The treasury frame FrameTesoreria: the account (ListEntitats, captioned `account`) and
+    // the due date (named `dueName`), shown with the treasury option.
+    QFrame* treasuryFrame(const QString& account, QComboBox*& list, const QString& dueName,
+                          QDateEdit*& due);
+    // ListEntitats with the treasury accounts in order of name, after a blank row (no
+    // account), keeping the row in hand when it is still there. `blankAlways` keeps the
+    // blank row also for a company without accounts.
+    void fillTreasuryAccounts(QComboBox* list, bool blankAlways);
+    // The day log column: heading and ListRegistres, the title of the day written.
+    QVBoxLayout* journalColumn();
+    // The hint on the left, btnGuardar and btnTancar on the right.
+    QWidget* buttonRow(const QString& hint, QPushButton*& save, QPushButton*& close);
+
+    // Moves the focus; a window that is not active gets no focus events, so the fields are
+    // left and entered here.
+    void focus(QWidget* w);
+    void beep();
+    void setStatus(const QString& text);
+    void closeScreen();
+    // A change opened from elsewhere brings the screen to the front.
+    void bringToFront();
+    // Up: the nearest earlier field of `order` that is shown and enabled; false when `w` is not
+    // in it.
+    bool focusPrevious(const QList<QWidget*>& order, QWidget* w);
+    // The start of a change of posted entry `number`: refused while an entry is typed
+    // (`entryOpen`), then loaded by `load`; a store error is shown. Nothing when it stops.
+    template <class Load>
+    auto loadChange(const QString& number, bool entryOpen, Load load) -> decltype(load()) {
+        if (number.trimmed().isEmpty()) return std::nullopt;
+        if (entryOpen) {
+            refuseChangeInProgress(ctx_, dialogs_);
+            return std::nullopt;
+        }
+        setStatus(QStringLiteral("Procesando..."));
+        decltype(load()) loaded;
+        try {
+            loaded = load();
+        } catch (const store::StoreError& error) {
+            dialogs_.stop(error.message());
+        }
+        if (!loaded) setStatus(QString());
+        return loaded;
+    }
+    QString m(int n) const;
+    QString fixed(const char* spanish, const char* catalan) const;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    virtual void fieldEntered(QWidget* w) = 0;
+    virtual void leaveField(QWidget*) {}
+    virtual bool enterPressed(QWidget* w) = 0;
+    virtual bool upPressed(QWidget* w) = 0;
+    // Any other key of a field (the lists' arrows); true when used.
+    virtual bool otherKey(QWidget*, const QKeyEvent*) { return false; }
+    virtual void post() = 0;
+    virtual void escape() = 0;
+    // A day log row that reopens entry `number` was double-clicked.
+    virtual void reopen(std::int64_t number) = 0;
+
+    WorkingContext& ctx_;
+    Dialogs& dialogs_;
+    BoldLabels labels_;
+    QListWidget* ListRegistres = nullptr;
+
+private:
+    QString status_;
+};
+
+}  // namespace tallora::ui
