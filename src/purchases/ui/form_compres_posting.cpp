@@ -114,8 +114,9 @@ void FormCompres::Neteja() {
     FrameTesoreria->setVisible(ctx_.Tesoreria);
     FrameTesoreria->setEnabled(true);
     OMPLE_CmbClasificacion();
-    for (QWidget* w : std::initializer_list<QWidget*>{CmbIva, lblcmbIVA, PanelIVA})
-        w->setVisible(!tickets());
+    // A shop's expenses are not split by IVA: no rate to choose, and the flow never opens
+    // the IVA panel (a page of the work area, whose stack alone shows or hides it).
+    for (QWidget* w : std::initializer_list<QWidget*>{CmbIva, lblcmbIVA}) w->setVisible(!tickets());
     PanelDades->setEnabled(false);
     btnTancar->setText(m(308));
     setStatus(QString());

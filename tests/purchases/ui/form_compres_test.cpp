@@ -94,6 +94,9 @@ private:
         QCOMPARE(text(&form, "txtTotal"), QStringLiteral("0"));
         QCOMPARE(child<QLabel>(&form, "lblOrdre")->text(), QString());
         QCOMPARE(child<QComboBox>(&form, "ComboOP")->currentIndex(), 0);
+        // The supplier list is back in the work area, alone.
+        QVERIFY(child<QWidget>(&form, "FrameList")->isVisible());
+        QVERIFY(!child<QWidget>(&form, "PanelIVA")->isVisible());
         QCOMPARE(child<QPushButton>(&form, "btnTancar")->text(), x.M(6408));
         QVERIFY(!form.posting());
     }
