@@ -10,6 +10,7 @@
 #include "schema/creation.h"
 #include "store/database.h"
 
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QDateTime>
@@ -205,6 +206,15 @@ void EntryScreen::bringToFront() {
         window->raise();
     }
     activateWindow();
+}
+
+void EntryScreen::closeEvent(QCloseEvent* event) {
+    if (entryTyped() &&
+        dialogs_.yesNo(m(618) + QStringLiteral("\n\n") + m(25)) != Dialogs::Answer::Yes) {
+        event->ignore();
+        return;
+    }
+    event->accept();
 }
 
 bool EntryScreen::eventFilter(QObject* watched, QEvent* event) {

@@ -17,6 +17,7 @@
 #include <cstdint>
 #include <optional>
 
+class QCloseEvent;
 class QComboBox;
 class QDateEdit;
 class QFrame;
@@ -101,6 +102,11 @@ protected:
     QString fixed(const char* spanish, const char* catalan) const;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+    // The window's close box, or the shell closing its children: a typed entry is dropped
+    // only after the question (618, 25).
+    void closeEvent(QCloseEvent* event) override;
+    // Something is typed that closing would lose.
+    virtual bool entryTyped() const = 0;
     virtual void fieldEntered(QWidget* w) = 0;
     virtual void leaveField(QWidget*) {}
     virtual bool enterPressed(QWidget* w) = 0;

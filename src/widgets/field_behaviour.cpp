@@ -57,7 +57,10 @@ private:
         auto* widget = static_cast<QWidget*>(watched);
         const auto rgb = rgbFromBgrText(Color_Focus(state));
         QPalette palette = widget->palette();
-        palette.setColor(QPalette::Base, QColor::fromRgb(rgb.value_or(0xFFFFFF)));
+        // Only the enabled looks: a disabled field keeps the style's grey.
+        const QColor colour = QColor::fromRgb(rgb.value_or(0xFFFFFF));
+        palette.setColor(QPalette::Active, QPalette::Base, colour);
+        palette.setColor(QPalette::Inactive, QPalette::Base, colour);
         widget->setPalette(palette);
     }
 };

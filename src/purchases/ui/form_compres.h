@@ -70,6 +70,7 @@ protected:
     bool enterPressed(QWidget* w) override;
     bool upPressed(QWidget* w) override;
     bool otherKey(QWidget* w, const QKeyEvent* key) override;
+    bool entryTyped() const override;
     void post() override { GrabaApunt(); }
     void escape() override { closeOrCancel(); }
     void reopen(std::int64_t number) override { Modifica_Compra(QString::number(number), true); }

@@ -294,4 +294,8 @@ void FormCompres::closeOrCancel() {
         Cancela_Apunt();
 }
 
+bool FormCompres::entryTyped() const {
+    return !idle() && !txtDia->text().isEmpty();
+}
+
 }  // namespace tallora

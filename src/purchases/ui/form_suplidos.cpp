@@ -373,4 +373,8 @@ void FormSuplidos::Modifica_Suplido(const QString& number) {
     focus(txtDia);
 }
 
+bool FormSuplidos::entryTyped() const {
+    return !txtDia->text().isEmpty();
+}
+
 }  // namespace tallora

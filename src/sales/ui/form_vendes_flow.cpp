@@ -325,4 +325,8 @@ void FormVendes::irpfPercentChanged() {
     }
 }
 
+bool FormVendes::entryTyped() const {
+    return !txtDia->text().isEmpty();
+}
+
 }  // namespace tallora

@@ -109,6 +109,7 @@ private slots:
     void exemptDifferences();
     void changeOfASettledPurchase();
     void escapeGoesBackAndCloses();
+    void theCloseBoxAsksBeforeDroppingAnEntry();
 };
 
 void FormCompresTest::noTreasury() {
@@ -301,6 +302,20 @@ void FormCompresTest::escapeGoesBackAndCloses() {
     QVERIFY(form.isVisible());
     cancel(&form);
     QVERIFY(!form.isVisible());
+}
+
+void FormCompresTest::theCloseBoxAsksBeforeDroppingAnEntry() {
+    PurchasesScreen x;
+    FormCompres form(x.ctx, x.dialogs);
+    open(form);
+    enter(&form);
+    type(&form, "4");
+    x.dialogs.setNextAnswer(Dialogs::Answer::No);
+    QVERIFY(!form.close());
+    QCOMPARE(x.dialogs.lastText(), x.M(618) + "\n\n" + x.M(25));
+    QCOMPARE(text(&form, "txtDia"), QStringLiteral("4"));
+    x.dialogs.setNextAnswer(Dialogs::Answer::Yes);
+    QVERIFY(form.close());
 }
 
 QTEST_MAIN(FormCompresTest)
