@@ -14,6 +14,7 @@
 #include <QComboBox>
 #include <QDateEdit>
 #include <QDateTime>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -141,6 +142,50 @@ bool EntryScreen::focusPrevious(const QList<QWidget*>& order, QWidget* w) {
         }
     }
     return true;
+}
+
+void EntryScreen::descriptionRow(QGridLayout* grid, int row, int length, QLineEdit*& description,
+                                 QComboBox*& series) {
+    description = field(QStringLiteral("txtdescripcio"), length);
+    series = new QComboBox(this);
+    series->setObjectName(QStringLiteral("cmbSerie"));
+    series->addItems({QString(), QStringLiteral("/Abon"), QStringLiteral("/Rect")});
+    series->setFocusPolicy(Qt::ClickFocus);
+    connect(series, &QComboBox::currentTextChanged, this,
+            [description, length](const QString& text) {
+                description->setMaxLength(length - static_cast<int>(text.size()));
+            });
+    grid->addWidget(caption(QStringLiteral("lblDescripcio"), m(519), description), row, 0);
+    grid->addWidget(description, row, 1, 1, 2);
+    grid->addWidget(series, row, 3);
+}
+
+QHBoxLayout* EntryScreen::totalRow(QLineEdit*& total, QComboBox*& rate, QLabel*& rateCaption) {
+    total = field(QStringLiteral("txtTotal"), 18);
+    makeAmountField(ctx_, total);
+    rate = new QComboBox(this);
+    rate->setObjectName(QStringLiteral("CmbIva"));
+    rate->installEventFilter(this);
+    rateCaption = caption(QStringLiteral("lblcmbIVA"), QStringLiteral("% IVA"), rate);
+    auto* row = new QHBoxLayout;
+    row->addWidget(total);
+    row->addSpacing(12);
+    row->addWidget(rateCaption);
+    row->addSpacing(4);
+    row->addWidget(rate);
+    row->addStretch(1);
+    return row;
+}
+
+bool EntryScreen::backToEmpty(const QList<QLineEdit*>& fields) {
+    for (QLineEdit* earlier : fields) {
+        if (earlier->text().isEmpty()) {
+            beep();
+            focus(earlier);
+            return true;
+        }
+    }
+    return false;
 }
 
 QVBoxLayout* EntryScreen::journalColumn() {

@@ -20,6 +20,7 @@
 class QCloseEvent;
 class QComboBox;
 class QDateEdit;
+class QGridLayout;
 class QFrame;
 class QHBoxLayout;
 class QKeyEvent;
@@ -63,6 +64,15 @@ protected:
     // account), keeping the row in hand when it is still there. `blankAlways` keeps the
     // blank row also for a company without accounts.
     void fillTreasuryAccounts(QComboBox* list, bool blankAlways);
+    // The description txtdescripcio and its series cmbSerie ("", "/Abon", "/Rect") on `row`
+    // of `grid`: both share the `length` characters of the column, so a series takes its
+    // characters from the description's.
+    void descriptionRow(QGridLayout* grid, int row, int length, QLineEdit*& description,
+                        QComboBox*& series);
+    // txtTotal, then the rate list CmbIva with its caption.
+    QHBoxLayout* totalRow(QLineEdit*& total, QComboBox*& rate, QLabel*& rateCaption);
+    // The first empty one of `fields` takes the focus, with a beep; false when none is.
+    bool backToEmpty(const QList<QLineEdit*>& fields);
     // The day log column: heading and ListRegistres, the title of the day written.
     QVBoxLayout* journalColumn();
     // The hint on the left, btnGuardar and btnTancar on the right.

@@ -110,32 +110,9 @@ QWidget* FormCompres::buildEntry() {
     g->addWidget(caption(QStringLiteral("lblDespesa"), m(702), txtDespesa), 2, 0);
     g->addWidget(txtDespesa, 2, 1, 1, 3);
 
-    // The description and its series share the column's 25 characters.
-    txtdescripcio = field(QStringLiteral("txtdescripcio"), kDescriptionLength);
-    cmbSerie = new QComboBox(this);
-    cmbSerie->setObjectName(QStringLiteral("cmbSerie"));
-    cmbSerie->addItems({QString(), QStringLiteral("/Abon"), QStringLiteral("/Rect")});
-    cmbSerie->setFocusPolicy(Qt::ClickFocus);
-    connect(cmbSerie, &QComboBox::currentTextChanged, this, [this](const QString& series) {
-        txtdescripcio->setMaxLength(kDescriptionLength - static_cast<int>(series.size()));
-    });
-    g->addWidget(caption(QStringLiteral("lblDescripcio"), m(519), txtdescripcio), 3, 0);
-    g->addWidget(txtdescripcio, 3, 1, 1, 2);
-    g->addWidget(cmbSerie, 3, 3);
+    descriptionRow(g, 3, kDescriptionLength, txtdescripcio, cmbSerie);
 
-    txtTotal = field(QStringLiteral("txtTotal"), 18);
-    ui::makeAmountField(ctx_, txtTotal);
-    CmbIva = new QComboBox(this);
-    CmbIva->setObjectName(QStringLiteral("CmbIva"));
-    CmbIva->installEventFilter(this);
-    lblcmbIVA = caption(QStringLiteral("lblcmbIVA"), QStringLiteral("% IVA"), CmbIva);
-    auto* total = new QHBoxLayout;
-    total->addWidget(txtTotal);
-    total->addSpacing(12);
-    total->addWidget(lblcmbIVA);
-    total->addSpacing(4);
-    total->addWidget(CmbIva);
-    total->addStretch(1);
+    QHBoxLayout* total = totalRow(txtTotal, CmbIva, lblcmbIVA);
     g->addWidget(caption(QStringLiteral("lblTotal"), QStringLiteral("TOTAL"), txtTotal), 4, 0);
     g->addLayout(total, 4, 1, 1, 3);
 

@@ -63,15 +63,7 @@ bool FormCompres::earlierFieldEmpty(QWidget* w) {
     const bool later = at >= order_.indexOf(txtProveidor) ||
                        std::find(txtBase.begin(), txtBase.end(), w) != txtBase.end() ||
                        std::find(txtIVA.begin(), txtIVA.end(), w) != txtIVA.end();
-    if (!later) return false;
-    for (QLineEdit* earlier : {txtDia, txtMes}) {
-        if (earlier->text().isEmpty()) {
-            beep();
-            focus(earlier);
-            return true;
-        }
-    }
-    return false;
+    return later && backToEmpty({txtDia, txtMes});
 }
 
 bool FormCompres::enterPressed(QWidget* w) {

@@ -197,15 +197,7 @@ void FormSuplidos::Neteja() {
 
 void FormSuplidos::fieldEntered(QWidget* w) {
     labels_.mark(w);
-    if (w != txtDia && w != txtMes && order_.contains(w)) {
-        for (QLineEdit* earlier : {txtDia, txtMes}) {
-            if (earlier->text().isEmpty()) {
-                dialogs_.beep();
-                focus(earlier);
-                return;
-            }
-        }
-    }
+    if (w != txtDia && w != txtMes && order_.contains(w) && backToEmpty({txtDia, txtMes})) return;
     if (w == txtMes && lblOrdre->text().isEmpty() && txtMes->text().isEmpty())
         if (const auto month = Mes_Per_Defecte(ctx_)) txtMes->setText(QString::number(*month));
 }

@@ -78,21 +78,14 @@ bool FormVendes::earlierFieldEmpty(QWidget* w) {
     const bool amount = at >= order_.indexOf(txtTotal) || (at < 0 && work_->currentWidget() == PanelIVA &&
                                                            labels_.contains(w));
     if (at < 0 && !amount) return false;
-    QList<QWidget*> needed;
+    QList<QLineEdit*> needed;
     if (at != 0) needed << txtDia;
     if (at < 0 || at > 1) needed << txtMes;
     if (amount) {
         if (!tickets()) needed << txtClient;
         needed << txtTipus;
     }
-    for (QWidget* earlier : needed) {
-        if (static_cast<QLineEdit*>(earlier)->text().isEmpty()) {
-            beep();
-            focus(earlier);
-            return true;
-        }
-    }
-    return false;
+    return backToEmpty(needed);
 }
 
 bool FormVendes::enterPressed(QWidget* w) {

@@ -110,6 +110,7 @@ private slots:
     void changeOfASettledPurchase();
     void escapeGoesBackAndCloses();
     void theCloseBoxAsksBeforeDroppingAnEntry();
+    void theDescriptionFitsItsColumn();
 };
 
 void FormCompresTest::noTreasury() {
@@ -316,6 +317,20 @@ void FormCompresTest::theCloseBoxAsksBeforeDroppingAnEntry() {
     QCOMPARE(text(&form, "txtDia"), QStringLiteral("4"));
     x.dialogs.setNextAnswer(Dialogs::Answer::Yes);
     QVERIFY(form.close());
+}
+
+void FormCompresTest::theDescriptionFitsItsColumn() {
+    PurchasesScreen x;
+    FormCompres form(x.ctx, x.dialogs);
+    open(form);
+    auto* description = child<QLineEdit>(&form, "txtdescripcio");
+    QCOMPARE(description->maxLength(), 25);
+    // A series takes its characters from the description's.
+    auto* series = child<QComboBox>(&form, "cmbSerie");
+    series->setCurrentIndex(series->findText("/Abon"));
+    QCOMPARE(description->maxLength(), 20);
+    series->setCurrentIndex(0);
+    QCOMPARE(description->maxLength(), 25);
 }
 
 QTEST_MAIN(FormCompresTest)
