@@ -177,6 +177,17 @@ QHBoxLayout* EntryScreen::totalRow(QLineEdit*& total, QComboBox*& rate, QLabel*&
     return row;
 }
 
+bool EntryScreen::takeFromList(QLineEdit* field, const QListWidget* list) {
+    const QListWidgetItem* item = selectedItem(list);
+    if (!item) {
+        beep();
+        focus(field);
+        return false;
+    }
+    field->setText(item->text());
+    return true;
+}
+
 bool EntryScreen::backToEmpty(const QList<QLineEdit*>& fields) {
     for (QLineEdit* earlier : fields) {
         if (earlier->text().isEmpty()) {

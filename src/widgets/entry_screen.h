@@ -71,6 +71,9 @@ protected:
                         QComboBox*& series);
     // txtTotal, then the rate list CmbIva with its caption.
     QHBoxLayout* totalRow(QLineEdit*& total, QComboBox*& rate, QLabel*& rateCaption);
+    // Enter on a name field or its list: the selected row's text into `field`; with none
+    // selected, a beep and the focus back on the field. False when nothing was taken.
+    bool takeFromList(QLineEdit* field, const QListWidget* list);
     // The first empty one of `fields` takes the focus, with a beep; false when none is.
     bool backToEmpty(const QList<QLineEdit*>& fields);
     // The day log column: heading and ListRegistres, the title of the day written.

@@ -184,9 +184,9 @@ QWidget* FormCompres::buildWorkArea() {
         lists_->addWidget(list);
         connect(list, &QListWidget::itemDoubleClicked, this, [this, list] {
             if (list == ListProv)
-                takeFromList(txtProveidor, ListProv, txtDespesa);
+                takeAndGo(txtProveidor, ListProv, txtDespesa);
             else
-                takeFromList(txtDespesa, ListDespeses, txtdescripcio);
+                takeAndGo(txtDespesa, ListDespeses, txtdescripcio);
         });
     }
     auto* listLayout = new QVBoxLayout(FrameList);

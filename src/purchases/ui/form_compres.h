@@ -92,7 +92,8 @@ private:
     void dayEntered();
     void monthEntered();
     bool dateChecked();
-    void takeFromList(QLineEdit* field, QListWidget* list, QWidget* next);
+    // The list row taken into `field`, then on to `next`.
+    void takeAndGo(QLineEdit* field, QListWidget* list, QWidget* next);
     void totalEntered();
     void rateChosen();
     void retentionEntered();

@@ -74,9 +74,9 @@ bool FormCompres::enterPressed(QWidget* w) {
     } else if (w == txtMes) {
         monthEntered();
     } else if (w == txtProveidor || w == ListProv) {
-        takeFromList(txtProveidor, ListProv, txtDespesa);
+        takeAndGo(txtProveidor, ListProv, txtDespesa);
     } else if (w == txtDespesa || w == ListDespeses) {
-        takeFromList(txtDespesa, ListDespeses, txtdescripcio);
+        takeAndGo(txtDespesa, ListDespeses, txtdescripcio);
     } else if (w == txtdescripcio) {
         if (txtdescripcio->text().isEmpty()) txtdescripcio->setText(QStringLiteral("-"));
         focus(txtTotal);
@@ -180,15 +180,8 @@ bool FormCompres::dateChecked() {
     return true;
 }
 
-void FormCompres::takeFromList(QLineEdit* field, QListWidget* list, QWidget* next) {
-    QListWidgetItem* item = ui::selectedItem(list);
-    if (!item) {
-        beep();
-        focus(field);
-        return;
-    }
-    field->setText(item->text());
-    focus(next);
+void FormCompres::takeAndGo(QLineEdit* field, QListWidget* list, QWidget* next) {
+    if (takeFromList(field, list)) focus(next);
 }
 
 void FormCompres::totalEntered() {

@@ -256,14 +256,7 @@ bool FormSuplidos::dateChecked() {
 }
 
 void FormSuplidos::takeParty() {
-    QListWidgetItem* item = ui::selectedItem(ListClients);
-    if (!item) {
-        dialogs_.beep();
-        focus(txtClient);
-        return;
-    }
-    txtClient->setText(item->text());
-    focus(txtdescripcio);
+    if (takeFromList(txtClient, ListClients)) focus(txtdescripcio);
 }
 
 void FormSuplidos::totalEntered() {

@@ -199,26 +199,13 @@ void FormVendes::accountTyped(const QString& text) {
 }
 
 void FormVendes::takeCustomer() {
-    QListWidgetItem* item = ui::selectedItem(ListClients);
-    if (!item) {
-        beep();
-        focus(txtClient);
-        return;
-    }
-    txtClient->setText(item->text());
+    if (!takeFromList(txtClient, ListClients)) return;
     Activa_RE();
     focus(txtTipus);
 }
 
 void FormVendes::takeAccount() {
-    QListWidgetItem* item = ui::selectedItem(ListVendes);
-    if (!item) {
-        beep();
-        focus(txtTipus);
-        return;
-    }
-    txtTipus->setText(item->text());
-    focus(txtdescripcio);
+    if (takeFromList(txtTipus, ListVendes)) focus(txtdescripcio);
 }
 
 void FormVendes::Activa_RE() {
