@@ -79,10 +79,11 @@ void fillMasterFiles(WorkingContext& ctx) {
         c.provincia = QStringLiteral("Barcelona");
         c.telefon = QStringLiteral("938 70 12 34");
         c.formaPago = QStringLiteral("Transferencia 30 días");
-        master::saveCustomer(ctx, dialogs(), c, true);
+        if (master::saveCustomer(ctx, dialogs(), c, true).kind != master::Outcome::Kind::Done)
+            qFatal("sample customer refused: %s", qPrintable(dialogs().lastText()));
     }
     const char* suppliers[][3] = {
-        {"Distribuciones Ferreteras del Norte, S.A.", "Bilbao", "A48123456"},
+        {"Distribuciones Ferreteras del Norte, SA", "Bilbao", "A48123456"},
         {"Suministros Industriales Vallès, S.L.", "Mollet del Vallès", "B08987654"},
         {"Pintures Tarragona, S.A.", "Reus", "A43123987"},
         {"Endesa Energía, S.A.U.", "Madrid", "A81948077"},
@@ -93,7 +94,9 @@ void fillMasterFiles(WorkingContext& ctx) {
         p.nom = QString::fromUtf8(row[0]);
         p.poblacio = QString::fromUtf8(row[1]);
         p.nif = QString::fromUtf8(row[2]);
-        master::saveSupplier(ctx, dialogs(), p, true);
+        // A sample row the program refuses would silently leave the screens without it.
+        if (master::saveSupplier(ctx, dialogs(), p, true).kind != master::Outcome::Kind::Done)
+            qFatal("sample supplier refused: %s", qPrintable(dialogs().lastText()));
     }
     master::TreasuryAccount cash{{}, master::kGrupCaja, QStringLiteral("Caja tienda"), {}, QStringLiteral("350,00")};
     master::TreasuryAccount bank{{}, master::kGrupBancos, QStringLiteral("CaixaBank c/c"),
