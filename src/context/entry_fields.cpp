@@ -49,4 +49,10 @@ void refuseChangeInProgress(const WorkingContext& ctx, Dialogs& dialogs) {
                  QStringLiteral("\n\n") + Missatge(ctx, 659));
 }
 
+void showDate(const QDate& date, QString& lblFecha, QString& txtDia, QString& txtMes) {
+    lblFecha = date.toString(QStringLiteral("dd/MM/yyyy"));
+    txtDia = QString::number(date.day());
+    txtMes = QString::number(date.month());
+}
+
 }  // namespace tallora

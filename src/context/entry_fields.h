@@ -29,6 +29,10 @@ std::optional<QDate> Valida_Data(const WorkingContext& ctx, const QString& day,
                                  const QString& month);
 
 // The refusal while an entry is half typed: messages 657, 658 and 659, critical.
+// A posted entry's date as the screen shows it: lblFecha "dd/mm/yyyy", txtDia and txtMes
+// without leading zeros.
+void showDate(const QDate& date, QString& lblFecha, QString& txtDia, QString& txtMes);
+
 void refuseChangeInProgress(const WorkingContext& ctx, Dialogs& dialogs);
 
 }  // namespace tallora

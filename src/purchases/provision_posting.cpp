@@ -3,6 +3,7 @@
 #include "purchase_entry.h"
 
 #include "context/common_helpers.h"
+#include "context/entry_fields.h"
 #include "context/messages.h"
 #include "context/working_context.h"
 #include "schema/creation.h"
@@ -109,10 +110,7 @@ std::optional<ProvisionEntry> Modifica_Suplido(const WorkingContext& ctx, const 
     st.bind(1, ordre);
     if (!st.next()) return std::nullopt;
     e.lblOrdre = QString::number(st.int64(0));
-    const QDate date = st.date(1);
-    e.lblFecha = date.toString(QStringLiteral("dd/MM/yyyy"));
-    e.txtDia = QString::number(date.day());
-    e.txtMes = QString::number(date.month());
+    showDate(st.date(1), e.lblFecha, e.txtDia, e.txtMes);
     e.txtClient = st.text(2);
     e.listClientsText = e.txtClient.toUpper();
     if (!st.isNull(3)) e.partyNumber = st.int64(3);

@@ -1,6 +1,7 @@
 #include "purchase_change.h"
 
 #include "context/common_helpers.h"
+#include "context/entry_fields.h"
 #include "context/working_context.h"
 #include "schema/creation.h"
 #include "schema/money_rows.h"
@@ -49,10 +50,7 @@ std::optional<LoadedPurchase> Modifica_Compra(const WorkingContext& ctx, const Q
     const auto amount = [&](const char* name) { return Format_Import(ctx, st.money(col(name))); };
 
     e.lblOrdre = QString::number(st.int64(col("Ordre")));
-    const QDate date = st.date(col("data"));
-    e.lblFecha = date.toString(QStringLiteral("dd/MM/yyyy"));
-    e.txtDia = QString::number(date.day());
-    e.txtMes = QString::number(date.month());
+    showDate(st.date(col("data")), e.lblFecha, e.txtDia, e.txtMes);
     e.txtProveidor = text("NomProveidor");
     if (!st.isNull(col("Proveidor"))) e.supplierNumber = st.int64(col("Proveidor"));
     takeSupplier(ctx, e);

@@ -5,6 +5,7 @@
 #include "schema/creation.h"
 #include "schema/money_rows.h"
 #include "store/database.h"
+#include "store/sql_text.h"
 
 namespace tallora::purchases {
 namespace {
@@ -72,11 +73,7 @@ void insertPurchase(const WorkingContext& ctx, Database& db, const PurchaseEntry
                     const ExpenseAccount& account, std::int64_t ordre, bool paid) {
     const QStringList columns = purchaseColumns() + QStringList{"Ordre", "TipusIva1", "TipusIva2",
                                                                 "TipusIva3", "TipusIva4"};
-    QStringList marks;
-    for (qsizetype i = 0; i < columns.size(); ++i) marks << QStringLiteral("?");
-    auto st =
-        db.prepare(QStringLiteral("insert into FrasIN (%1) values (%2)")
-                       .arg(columns.join(QStringLiteral(", ")), marks.join(QStringLiteral(", "))));
+    auto st = db.prepare(store::insertInto(QStringLiteral("FrasIN"), columns));
     int n = bindPurchase(ctx, st, e, account, paid);
     st.bind(n++, ordre);
     // All four rates of the moment, also where base and quota are 0.

@@ -2,6 +2,7 @@
 
 #include "context/common_helpers.h"
 #include "context/dialogs.h"
+#include "context/entry_fields.h"
 #include "context/messages.h"
 #include "context/working_context.h"
 #include "schema/creation.h"
@@ -40,10 +41,7 @@ std::optional<LoadedSale> Modifica_Venda(const WorkingContext& ctx, const QStrin
     const auto amount = [&](const char* name) { return Format_Import(ctx, st.money(col(name))); };
 
     e.lblOrdre = QString::number(st.int64(col("Ordre")));
-    const QDate date = st.date(col("data"));
-    e.lblFecha = date.toString(QStringLiteral("dd/MM/yyyy"));
-    e.txtDia = QString::number(date.day());
-    e.txtMes = QString::number(date.month());
+    showDate(st.date(col("data")), e.lblFecha, e.txtDia, e.txtMes);
     e.txtClient = text("nomclient");
     e.listClientsText = e.txtClient;
     if (!st.isNull(col("client"))) e.clientNumber = st.int64(col("client"));

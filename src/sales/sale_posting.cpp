@@ -5,6 +5,7 @@
 #include "schema/creation.h"
 #include "schema/money_rows.h"
 #include "store/database.h"
+#include "store/sql_text.h"
 
 namespace tallora::sales {
 namespace {
@@ -106,10 +107,7 @@ void insertSale(const WorkingContext& ctx, Database& db, const SaleEntry& e,
                 const SalesAccount& account, std::int64_t ordre, bool collected) {
     const QStringList columns =
         saleColumns() + QStringList{"Ordre", "Tiva1", "Tre1", "Tiva2", "Tre2", "Tiva3", "Tre3"};
-    QStringList marks;
-    for (qsizetype i = 0; i < columns.size(); ++i) marks << QStringLiteral("?");
-    auto st = db.prepare(QStringLiteral("insert into frasout (%1) values (%2)")
-                             .arg(columns.join(QStringLiteral(", ")), marks.join(QStringLiteral(", "))));
+    auto st = db.prepare(store::insertInto(QStringLiteral("frasout"), columns));
     int n = bindSale(ctx, st, e, account, collected);
     st.bind(n++, ordre);
     for (std::size_t i = 0; i < 3; ++i) {

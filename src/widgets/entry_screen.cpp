@@ -188,6 +188,17 @@ bool EntryScreen::takeFromList(QLineEdit* field, const QListWidget* list) {
     return true;
 }
 
+QGridLayout* EntryScreen::amountsPanel(QFrame*& panel, const QString& title, int columns) {
+    panel = panelFrame(QStringLiteral("PanelIVA"), this);
+    auto* g = new QGridLayout(panel);
+    g->setContentsMargins(8, 6, 8, 6);
+    g->addWidget(heading(title, panel), 0, 0, 1, columns);
+    g->addWidget(heading(QStringLiteral("% IVA"), panel), 1, 0);
+    g->addWidget(heading(fixed("Base", "Base"), panel), 1, 1);
+    g->addWidget(heading(m(6512), panel), 1, 2);
+    return g;
+}
+
 bool EntryScreen::backToEmpty(const QList<QLineEdit*>& fields) {
     for (QLineEdit* earlier : fields) {
         if (earlier->text().isEmpty()) {

@@ -74,6 +74,9 @@ protected:
     // Enter on a name field or its list: the selected row's text into `field`; with none
     // selected, a beep and the focus back on the field. False when nothing was taken.
     bool takeFromList(QLineEdit* field, const QListWidget* list);
+    // The IVA panel PanelIVA: its title over `columns` columns, then the headings "% IVA",
+    // "Base" and the quota; the slots go from row 2 of the grid returned.
+    QGridLayout* amountsPanel(QFrame*& panel, const QString& title, int columns);
     // The first empty one of `fields` takes the focus, with a beep; false when none is.
     bool backToEmpty(const QList<QLineEdit*>& fields);
     // The day log column: heading and ListRegistres, the title of the day written.

@@ -205,13 +205,7 @@ QWidget* FormCompres::buildWorkArea() {
 }
 
 QWidget* FormCompres::buildAmountsPanel() {
-    PanelIVA = ui::panelFrame(QStringLiteral("PanelIVA"), this);
-    auto* g = new QGridLayout(PanelIVA);
-    g->setContentsMargins(8, 6, 8, 6);
-    g->addWidget(heading(m(6631), PanelIVA), 0, 0, 1, 3);
-    g->addWidget(heading(QStringLiteral("% IVA"), PanelIVA), 1, 0);
-    g->addWidget(heading(fixed("Base", "Base"), PanelIVA), 1, 1);
-    g->addWidget(heading(m(6512), PanelIVA), 1, 2);
+    QGridLayout* g = amountsPanel(PanelIVA, m(6631), 3);
     for (std::size_t i = 0; i < 4; ++i) {
         const QString n = QString::number(i + 1);
         const int row = static_cast<int>(i) + 2;

@@ -187,13 +187,7 @@ QWidget* FormVendes::buildWorkArea() {
 }
 
 QWidget* FormVendes::buildAmountsPanel() {
-    PanelIVA = ui::panelFrame(QStringLiteral("PanelIVA"), this);
-    auto* g = new QGridLayout(PanelIVA);
-    g->setContentsMargins(8, 6, 8, 6);
-    g->addWidget(heading(m(652), PanelIVA), 0, 0, 1, 4);
-    g->addWidget(heading(QStringLiteral("% IVA"), PanelIVA), 1, 0);
-    g->addWidget(heading(fixed("Base", "Base"), PanelIVA), 1, 1);
-    g->addWidget(heading(m(6512), PanelIVA), 1, 2);
+    QGridLayout* g = amountsPanel(PanelIVA, m(652), 4);
     lblREHeader_ = heading(QStringLiteral("R.E."), PanelIVA);
     g->addWidget(lblREHeader_, 1, 3);
     for (std::size_t i = 0; i < 3; ++i) {
