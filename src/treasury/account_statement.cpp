@@ -1,0 +1,300 @@
+#include "account_statement.h"
+
+#include "add_cartera.h"
+#include "context/common_helpers.h"
+#include "context/messages.h"
+#include "context/working_context.h"
+#include "schema/creation.h"
+#include "schema/lookups.h"
+#include "schema/money_rows.h"
+#include "schema/upgrades.h"
+#include "store/database.h"
+
+#include <QHash>
+
+namespace tallora::treasury {
+namespace {
+
+using schema::db::Cartera;
+using schema::db::Tesorer;
+
+using Names = QHash<std::int64_t, QString>;
+
+Names names(const WorkingContext& ctx, const QString& file, const QString& sql) {
+    store::Database db = store::Database::open(ctx.exerciseFile(file));
+    store::Statement st = db.prepare(sql);
+    Names out;
+    while (st.next()) out.insert(st.int64(0), st.isNull(1) ? QString() : st.text(1));
+    return out;
+}
+
+QString sqlDate(const QDate& d) {
+    return store::quoteLiteral(d.toString(Qt::ISODate));
+}
+
+// D and H hide a zero by their text: an amount below one shows blank too, as it always did.
+QString hiddenZero(const WorkingContext& ctx, Money amount) {
+    const QString text = Format_Import(ctx, amount);
+    return text.startsWith(QLatin1Char('0')) ? QString() : text;
+}
+
+Money openingBalance(const WorkingContext& ctx, std::optional<std::int64_t> entidad) {
+    return entidad ? schema::Saldo_Entitat(ctx, QString::number(*entidad)) : Money{};
+}
+
+// The movement as the undo actions need it.
+struct Movement {
+    std::int64_t entidad = 0, cliente = 0, proveedor = 0, frasIn = 0, frasOut = 0, supl = 0,
+                 otros = 0;
+    QString concepto;
+    Money d, h;
+};
+
+std::optional<Movement> readMovement(const WorkingContext& ctx, std::int64_t id) {
+    store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
+    store::Statement st = db.prepare(
+        QStringLiteral("select entidad, cliente, proveedor, FrasIn, FrasOut, Supl, Otros, "
+                       "concepto, D, H from movimientos where Id = ?"));
+    st.bind(1, id);
+    if (!st.next()) return std::nullopt;
+    return Movement{st.int64(0), st.int64(1), st.int64(2), st.int64(3),
+                    st.int64(4), st.int64(5), st.int64(6), st.isNull(7) ? QString() : st.text(7),
+                    st.money(8), st.money(9)};
+}
+
+// The invoice's file as main, tesorer.mdb and the portfolio attached as the money rows
+// expect them.
+store::Database openInvoiceSide(const WorkingContext& ctx, const schema::MoneySide& side) {
+    const bool sale = &side == &schema::kSaleSide;
+    store::Database db =
+        store::Database::open(ctx.exerciseFile(sale ? schema::db::FrasOut : schema::db::FrasIn));
+    db.attach(ctx.exerciseFile(Tesorer), QStringLiteral("tesorer"));
+    db.attach(ctx.companyFile(Cartera), QStringLiteral("cartera"));
+    return db;
+}
+
+void unsettle(store::Database& db, const schema::MoneySide& side, std::int64_t ordre) {
+    const bool sale = &side == &schema::kSaleSide;
+    db.prepare(sale ? QStringLiteral("update main.FrasOut set Cobrada = 0 where Ordre = ?")
+                    : QStringLiteral("update main.FrasIN set Pagada = 0 where Ordre = ?"))
+        .bind(1, ordre)
+        .execute();
+}
+
+}  // namespace
+
+void Construeix_Extracto(const WorkingContext& ctx, std::optional<std::int64_t> entidad) {
+    schema::prepareStatementTable(ctx);
+    Money saldo = openingBalance(ctx, entidad);
+    const Names clients =
+        names(ctx, schema::db::Gest, QStringLiteral("select Client, nom from Clients"));
+    const Names suppliers =
+        names(ctx, schema::db::Gest, QStringLiteral("select Proveidor, nom from Proveidors"));
+    const Names others =
+        names(ctx, schema::db::Comptes, QStringLiteral("select Compte, NomCompte from Otras"));
+
+    store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
+    store::Transaction tx(db, store::Transaction::Kind::Immediate);
+    db.execute(QStringLiteral("delete from movimientos_extracto"));
+    QString sql = QStringLiteral(
+        "select m.Id, m.data, m.concepto, m.entidad, m.D, m.H, m.cliente, m.proveedor, m.Otros, "
+        "(select cta_entra_otra from otros_movimientos where Asiento = m.Otros limit 1), "
+        "(select cta_sale_otra from otros_movimientos where Asiento = m.Otros limit 1) "
+        "from movimientos m");
+    if (entidad) sql += QStringLiteral(" where m.entidad = ?");
+    sql += QStringLiteral(" order by m.data asc, m.Id asc");
+    store::Statement st = db.prepare(sql);
+    if (entidad) st.bind(1, *entidad);
+    store::Statement insert = db.prepare(QStringLiteral(
+        "insert into movimientos_extracto (Id, data, concepto, contrapartida, entidad, D, H, S) "
+        "values (?, ?, ?, ?, ?, ?, ?, ?)"));
+    while (st.next()) {
+        QString contrapartida;
+        if (st.int64(6) != 0)
+            contrapartida = clients.value(st.int64(6));
+        else if (st.int64(7) != 0)
+            contrapartida = suppliers.value(st.int64(7));
+        else if (st.int64(8) != 0) {
+            const std::int64_t entra = st.isNull(9) ? 0 : st.int64(9);
+            const std::int64_t sale = st.isNull(10) ? 0 : st.int64(10);
+            if (entra != 0)
+                contrapartida = others.value(entra);
+            else if (sale != 0)
+                contrapartida = others.value(sale);
+        }
+        const Money d = st.money(4), h = st.money(5);
+        saldo += d - h;
+        insert.reset();
+        insert.bind(1, st.int64(0));
+        if (st.isNull(1))
+            insert.bind(2, nullptr);
+        else
+            insert.bind(2, st.date(1));
+        insert.bind(3, st.isNull(2) ? QString() : st.text(2));
+        insert.bind(4, contrapartida).bind(5, st.int64(3)).bind(6, d).bind(7, h).bind(8, saldo);
+        insert.execute();
+    }
+    tx.commit();
+}
+
+std::vector<StatementLine> Busca_Extracto(const WorkingContext& ctx,
+                                          std::optional<std::int64_t> entidad, const QDate& from,
+                                          const QDate& to) {
+    Construeix_Extracto(ctx, entidad);
+    const int year = ctx.Exercici.toInt();
+    const bool fromSet = from.isValid() && from != QDate(year, 1, 1);
+    const bool toSet = to.isValid() && to != QDate(year, 12, 31);
+    QStringList conditions;
+    if (entidad) conditions << QStringLiteral("entidad = %1").arg(*entidad);
+    if (fromSet && toSet)
+        conditions << QStringLiteral("data between %1 And %2").arg(sqlDate(from), sqlDate(to));
+    else if (fromSet)
+        conditions << QStringLiteral("data >= %1").arg(sqlDate(from));
+    else if (toSet)
+        conditions << QStringLiteral("data <= %1").arg(sqlDate(to));
+    QString view = QStringLiteral("select * from movimientos_extracto ");
+    if (!conditions.isEmpty())
+        view += QStringLiteral(" where ") + conditions.join(QStringLiteral(" And "));
+    view += QStringLiteral(" order by data asc, Id asc");
+
+    store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
+    {
+        store::Transaction tx(db, store::Transaction::Kind::Immediate);
+        db.execute(QStringLiteral("drop view if exists Selmovimientos_extracto"));
+        db.execute(QStringLiteral("create view Selmovimientos_extracto as ") + view);
+        tx.commit();
+    }
+    store::Statement st = db.prepare(QStringLiteral(
+        "select Id, data, concepto, contrapartida, D, H, S from Selmovimientos_extracto "
+        "order by data asc, Id asc"));
+    std::vector<StatementLine> lines;
+    while (st.next()) {
+        if (lines.empty()) {
+            StatementLine opening;
+            opening.concepto = QStringLiteral("Saldo Inicial...");
+            opening.saldo = Format_Import(ctx, openingBalance(ctx, entidad));
+            lines.push_back(opening);
+        }
+        const QDate d = st.date(1);
+        lines.push_back({st.int64(0),
+                         d.isValid() ? d.toString(QStringLiteral("dd/MM/yyyy")) : QString(),
+                         st.isNull(2) ? QString() : st.text(2),
+                         st.isNull(3) ? QString() : st.text(3), hiddenZero(ctx, st.money(4)),
+                         hiddenZero(ctx, st.money(5)), Format_Import(ctx, st.money(6))});
+    }
+    return lines;
+}
+
+bool deleteMovement(const WorkingContext& ctx, Dialogs& dialogs, std::int64_t id) {
+    const std::optional<Movement> m = readMovement(ctx, id);
+    if (!m) return false;
+    if (m->frasOut != 0 || m->frasIn != 0) {
+        const schema::MoneySide& side = m->frasOut != 0 ? schema::kSaleSide : schema::kPurchaseSide;
+        const std::int64_t ordre = m->frasOut != 0 ? m->frasOut : m->frasIn;
+        {
+            store::Database db = openInvoiceSide(ctx, side);
+            store::Transaction tx(db, store::Transaction::Kind::Immediate);
+            unsettle(db, side, ordre);
+            schema::deleteReceipts(db, ctx, side, ordre);
+            // Every settlement of the invoice goes with it, partial ones included.
+            schema::deleteMovements(db, side, ordre);
+            tx.commit();
+        }
+        if (m->frasOut != 0)
+            AddCartera_Venda(ctx, dialogs, QString::number(ordre));
+        else
+            AddCartera_Compra(ctx, dialogs, QString::number(ordre));
+    } else if (m->supl != 0) {
+        // The provision goes; its movement is left in the account on purpose.
+        store::Database db = store::Database::open(ctx.exerciseFile(schema::db::Supl));
+        db.prepare(QStringLiteral("delete from Suplidos where Ordre = ?"))
+            .bind(1, m->supl)
+            .execute();
+    } else if (m->otros != 0) {
+        store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
+        store::Transaction tx(db, store::Transaction::Kind::Immediate);
+        db.prepare(QStringLiteral("delete from otros_movimientos where Asiento = ?"))
+            .bind(1, m->otros)
+            .execute();
+        db.prepare(QStringLiteral("delete from movimientos where Otros = ?"))
+            .bind(1, m->otros)
+            .execute();
+        tx.commit();
+    }
+    return true;
+}
+
+std::optional<std::int64_t> returnReceipt(const WorkingContext& ctx, std::int64_t id,
+                                          const QDate& date) {
+    const std::optional<Movement> m = readMovement(ctx, id);
+    if (!m || m->concepto.left(7) == QLatin1String("Devoluc")) return std::nullopt;
+    if (m->frasOut == 0 && m->frasIn == 0) return std::nullopt;
+    const bool sale = m->frasOut != 0;
+    const schema::MoneySide& side = sale ? schema::kSaleSide : schema::kPurchaseSide;
+    const std::int64_t ordre = sale ? m->frasOut : m->frasIn;
+    const std::int64_t party = sale ? m->cliente : m->proveedor;
+    const Money amount = sale ? m->d : m->h;
+    const QString party_ = QLatin1String(side.party), invoice = QLatin1String(side.invoice);
+
+    store::Database db = openInvoiceSide(ctx, side);
+    store::Transaction tx(db, store::Transaction::Kind::Immediate);
+    unsettle(db, side, ordre);
+    bool held = false;
+    {
+        store::Statement st = db.prepare(
+            QStringLiteral("select count(*) from cartera.cartera where %1 = ? and Ejercicio = ?")
+                .arg(invoice));
+        st.bind(1, ordre).bind(2, ctx.Exercici);
+        held = st.next() && st.int64(0) > 0;
+    }
+    if (held) {
+        // Partly collected: what was settled comes down, the total stands.
+        db.prepare(
+              QStringLiteral("update cartera.cartera set Pendiente = Pendiente - ? where %1 = ? "
+                             "and Ejercicio = ?")
+                  .arg(invoice))
+            .bind(1, amount)
+            .bind(2, ordre)
+            .bind(3, ctx.Exercici)
+            .execute();
+    } else {
+        db.prepare(
+              QStringLiteral("insert into cartera.cartera (data, %1, In_Out, Ejercicio, Factura, "
+                             "total, %2) values (?, ?, ?, ?, ?, ?, ?)")
+                  .arg(party_, invoice))
+            .bind(1, date)
+            .bind(2, party)
+            .bind(3, QString::fromLatin1(side.inOut))
+            .bind(4, ctx.Exercici)
+            .bind(5, m->concepto)
+            .bind(6, amount)
+            .bind(7, ordre)
+            .execute();
+    }
+    const QString concepto =
+        (Missatge(ctx, 6985) + (sale ? QStringLiteral(" n/fra. ") : QStringLiteral(" ")) +
+         m->concepto)
+            .left(schema::kConceptLength);
+    db.prepare(
+          QStringLiteral("insert into tesorer.movimientos (data, entidad, %1, %2, concepto, D, H) "
+                         "values (?, ?, ?, ?, ?, ?, ?)")
+              .arg(party_, invoice))
+        .bind(1, date)
+        .bind(2, m->entidad)
+        .bind(3, party)
+        .bind(4, ordre)
+        .bind(5, concepto)
+        .bind(6, sale ? Money{} : amount)
+        .bind(7, sale ? amount : Money{})
+        .execute();
+    const std::int64_t made = db.lastInsertId();
+    tx.commit();
+    return made;
+}
+
+QString movementLines(const StatementLine& line) {
+    return QStringLiteral("ID: %1\nDe: %2\nConcep: %3")
+        .arg(line.id ? QString::number(*line.id) : QString(), line.contrapartida, line.concepto);
+}
+
+}  // namespace tallora::treasury
