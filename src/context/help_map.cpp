@@ -8,7 +8,9 @@
 
 namespace tallora {
 
-QString helpPage(const QString& key) {
+namespace {
+
+const QHash<QString, QString>& helpMap() {
     static const QHash<QString, QString> pages{
         {"bloqmeses", "9/9_1.html"},
         {"editaEmpresa", "2/2_4.html"},
@@ -35,13 +37,32 @@ QString helpPage(const QString& key) {
         {"TesoreriaOtros", "10/10_5_3.html"},
         {"tesoreria_OtrasCuentas", "10/10_5_1.html"},
     };
-    return pages.value(key, QStringLiteral("indice.html"));
+    return pages;
+}
+
+}  // namespace
+
+QString helpPage(const QString& key) {
+    return helpMap().value(key, QStringLiteral("indice.html"));
+}
+
+QStringList helpPages() {
+    QStringList pages = helpMap().values();
+    pages.append(QStringLiteral("indice.html"));
+    pages.sort();
+    pages.removeDuplicates();
+    return pages;
 }
 
 QString helpPath(const WorkingContext& ctx, const QString& key) {
-    const QString folder = withTrailingSlash(ctx.resourcesDir) + QStringLiteral("esp_help/");
-    const QString page = folder + helpPage(key);
-    return QFileInfo::exists(page) ? page : folder + QStringLiteral("indice.html");
+    const QString root = withTrailingSlash(ctx.resourcesDir);
+    const QString own = root + (ctx.Idioma == QLatin1String("cat") ? QStringLiteral("cat_help/")
+                                                                   : QStringLiteral("esp_help/"));
+    const QString spanish = root + QStringLiteral("esp_help/");
+    for (const QString& path :
+         {own + helpPage(key), spanish + helpPage(key), own + QStringLiteral("indice.html")})
+        if (QFileInfo::exists(path)) return path;
+    return spanish + QStringLiteral("indice.html");
 }
 
 }  // namespace tallora

@@ -42,6 +42,26 @@ TEST(HelpMap, APageNotInstalledFallsBackToTheIndex) {
     EXPECT_EQ(helpPath(ctx, "Ejercicios"), dir.filePath("esp_help/indice.html"));
 }
 
+TEST(HelpMap, TheLanguagePicksTheFolderWithSpanishBehindIt) {
+    QTemporaryDir dir;
+    WorkingContext ctx;
+    ctx.resourcesDir = dir.path();
+    ctx.Idioma = "cat";
+    writeRaw(dir.filePath("esp_help/indice.html"), "<html/>");
+    writeRaw(dir.filePath("esp_help/2/2.html"), "<html/>");
+    writeRaw(dir.filePath("esp_help/3/3.html"), "<html/>");
+    writeRaw(dir.filePath("cat_help/indice.html"), "<html/>");
+    writeRaw(dir.filePath("cat_help/2/2.html"), "<html/>");
+    EXPECT_EQ(helpPath(ctx, "empresas"), dir.filePath("cat_help/2/2.html"));
+    // Not yet translated: the Spanish page rather than the index.
+    EXPECT_EQ(helpPath(ctx, "Ejercicios"), dir.filePath("esp_help/3/3.html"));
+    EXPECT_EQ(helpPath(ctx, "bloqmeses"), dir.filePath("cat_help/indice.html"));
+    EXPECT_EQ(helpPath(ctx, "nobody"), dir.filePath("cat_help/indice.html"));
+    ctx.Idioma = "esp";
+    EXPECT_EQ(helpPath(ctx, "empresas"), dir.filePath("esp_help/2/2.html"));
+    EXPECT_EQ(helpPath(ctx, "bloqmeses"), dir.filePath("esp_help/indice.html"));
+}
+
 namespace {
 
 const QStringList kTreasury{

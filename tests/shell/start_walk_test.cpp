@@ -102,7 +102,7 @@ private slots:
         auto* list = companies->findChild<QListWidget*>(QStringLiteral("ListEmpreses"));
         QCOMPARE(list->count(), 0);
         QTest::keyClick(companies, Qt::Key_F1);
-        QVERIFY(helpOpened_.last().endsWith(QStringLiteral("esp_help/indice.html")));
+        QVERIFY(helpOpened_.last().endsWith(QStringLiteral("esp_help/2/2.html")));
 
         // A new company, typed field after field with Enter.
         press(companies, Qt::Key_N, Qt::ControlModifier);

@@ -25,7 +25,7 @@ QStringList headers(const WorkingContext& ctx) {
 FormConsSupl::FormConsSupl(WorkingContext& ctx, Dialogs& dialogs, report::ReportJob* job,
                            report::ReportOutput* output, QWidget* parent)
     : InquiryScreen(ctx, dialogs, QStringLiteral("FormConsSupl"), Missatge(ctx, 6505),
-                    QStringLiteral("consSupl"), headers(ctx), parent),
+                    QStringLiteral("consSUPL"), headers(ctx), parent),
       job_(job),
       output_(output) {
     const auto m = [&](int n) { return Missatge(ctx_, n).trimmed(); };

@@ -5,6 +5,7 @@
 #include "purchases/ui/form_cons_in.h"
 #include "purchases/ui/form_cons_supl.h"
 #include "purchases_screen.h"
+#include "widgets/obre_ajuda.h"
 
 #include <QAction>
 #include <QDateEdit>
@@ -84,6 +85,7 @@ private slots:
     void detailFrameAndPortfolio();
     void modifyHandsTheNumberOver();
     void provisionsByTypeAndDeletion();
+    void f1OpensTheInquiriesPage();
 };
 
 void PurchaseInquiriesTest::searchesByEveryFilter() {
@@ -242,6 +244,24 @@ void PurchaseInquiriesTest::provisionsByTypeAndDeletion() {
     QCOMPARE(x.provisions("Ordre"), QStringList{"1"});
     QCOMPARE(x.movements(), QStringList{});
     QCOMPARE(grid->rowCount(), 0);
+}
+
+// Both inquiries share the page of the inquiries; a key the map lacks would open the index.
+void PurchaseInquiriesTest::f1OpensTheInquiriesPage() {
+    PurchasesScreen x;
+    x.ctx.Tesoreria = true;
+    x.ctx.resourcesDir = QStringLiteral(TALLORA_SOURCE_DIR "/resources/");
+    QStringList opened;
+    ui::setPageOpener([&](const QString& path) { opened << path; });
+    FormConsSupl provisions(x.ctx, x.dialogs);
+    show(provisions);
+    press(provisions.grid(), Qt::Key_F1);
+    FormConsIN purchases(x.ctx, x.dialogs);
+    show(purchases);
+    press(purchases.grid(), Qt::Key_F1);
+    ui::setPageOpener({});
+    QCOMPARE(opened, (QStringList{x.ctx.resourcesDir + "esp_help/5/5_1.html",
+                                  x.ctx.resourcesDir + "esp_help/5/5_1.html"}));
 }
 
 QTEST_MAIN(PurchaseInquiriesTest)
