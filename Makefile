@@ -8,7 +8,7 @@ TEST_ENV := LANG=es_ES.UTF-8 LC_ALL=es_ES.UTF-8 TZ=Pacific/Kiritimati QT_QPA_PLA
 	LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp:print_suppressions=0 \
 	UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 
-.PHONY: run test build release deps screenshots bench clean
+.PHONY: run test build release deps screenshots bench package clean
 
 deps:
 	@scripts/install-deps
@@ -30,6 +30,10 @@ test: build
 screenshots: release
 	QT_QPA_PLATFORM=offscreen $(RELEASE_DIR)/src/app/tallora5-screenshots build/screenshots
 	@echo "Screenshots in build/screenshots"
+
+package: release
+	@cmake --build $(RELEASE_DIR) --target package
+	@ls $(RELEASE_DIR)/tallora5_*.deb
 
 bench: release
 	@for b in $(RELEASE_DIR)/bench/bench_*; do echo "== $$b"; $$b; done

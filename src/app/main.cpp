@@ -1,14 +1,53 @@
 #include "context/program.h"
 #include "context/working_context.h"
 #include "shell/ui/session.h"
+#include "widgets/app_icon.h"
 #include "widgets/qt_dialogs.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
+#include <QTimer>
+
+#include <cstdio>
+
+namespace {
+
+// --check-start: once the event loop has shown the first screen, print the object name of each
+// visible window and leave. A packager's smoke test that the installed program really starts
+// with its installed resources, without anyone at the keyboard.
+void reportFirstScreenAndQuit() {
+    QTimer::singleShot(0, qApp, [] {
+        int shown = 0;
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (window->isVisible()) {
+                std::printf("%s\n", qPrintable(window->objectName()));
+                ++shown;
+            }
+        std::fflush(stdout);
+        QApplication::exit(shown > 0 ? 0 : 1);
+    });
+}
+
+}  // namespace
 
 int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(tallora::programName());
     QApplication::setApplicationVersion(tallora::programVersion());
+    QApplication::setWindowIcon(tallora::ui::appIcon());
+    QApplication::setDesktopFileName(QStringLiteral("tallora5"));
+
+    QCommandLineParser options;
+    options.setApplicationDescription(
+        QStringLiteral("Bookkeeping and billing for small businesses"));
+    options.addHelpOption();
+    options.addVersionOption();
+    const QCommandLineOption checkStart(
+        QStringLiteral("check-start"),
+        QStringLiteral("Start, print the name of the first screen shown, and leave."));
+    options.addOption(checkStart);
+    options.process(app);
+
     // The screens come and go as the user moves on; the session says when the program ends.
     QApplication::setQuitOnLastWindowClosed(false);
     tallora::WorkingContext ctx;
@@ -16,5 +55,6 @@ int main(int argc, char* argv[]) {
     tallora::Session session(ctx, dialogs);
     QObject::connect(&session, &tallora::Session::finished, &app, &QApplication::quit);
     session.start();
+    if (options.isSet(checkStart)) reportFirstScreenAndQuit();
     return app.exec();
 }
