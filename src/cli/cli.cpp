@@ -62,6 +62,9 @@ QStringList purchaseOptions() {
 QStringList provisionOptions() {
     return {"day", "month", "description", "total", "treasury-account"};
 }
+QStringList otherMovementOptions() {
+    return {"date", "concept", "amount", "from-treasury", "from-other", "to-treasury", "to-other"};
+}
 QStringList inquiryOptions() {
     return {"from", "to", "operator", "amount", "order"};
 }
@@ -127,6 +130,32 @@ const std::vector<Command>& commands() {
         {"reference-change", "NIF8 YYYY CODE", 3, 3, referenceOptions(), referenceChangeCommand},
         {"reference-remove", "NIF8 YYYY CODE", 3, 3, {}, referenceRemoveCommand},
         {"portfolio", "NIF8 YYYY", 2, 2, {"suppliers", "party", "order"}, portfolioCommand},
+        {"collection-run",
+         "NIF8 YYYY [RECEIPT[:AMOUNT]...]",
+         2,
+         -1,
+         {"account", "date"},
+         collectionRunCommand},
+        {"payment-run",
+         "NIF8 YYYY [RECEIPT[:AMOUNT]...]",
+         2,
+         -1,
+         {"account", "date"},
+         paymentRunCommand},
+        {"draft", "NIF8 YYYY collections|payments", 3, 3, {"empty", "open"}, draftCommand},
+        {"statement", "NIF8 YYYY [ACCOUNT]", 2, 3, {"from", "to"}, statementCommand},
+        {"movement-remove", "NIF8 YYYY MOVEMENT", 3, 3, {}, movementRemoveCommand},
+        {"return-receipt", "NIF8 YYYY MOVEMENT", 3, 3, {"date"}, returnReceiptCommand},
+        {"other-movement-add", "NIF8 YYYY", 2, 2, otherMovementOptions(), otherMovementAddCommand},
+        {"other-movement-change", "NIF8 YYYY NUMBER", 3, 3, otherMovementOptions(),
+         otherMovementChangeCommand},
+        {"other-movement-remove", "NIF8 YYYY NUMBER", 3, 3, {}, otherMovementRemoveCommand},
+        {"other-movements",
+         "NIF8 YYYY",
+         2,
+         2,
+         {"from", "to", "operator", "amount", "account"},
+         otherMovementsCommand},
         {"post-sale", "NIF8 YYYY", 2, 2, saleOptions() << "rate", postSaleCommand},
         {"change-sale", "NIF8 YYYY NUMBER", 3, 3, saleOptions() << "pending", changeSaleCommand},
         {"post-purchase", "NIF8 YYYY", 2, 2, purchaseOptions() << "rate", postPurchaseCommand},

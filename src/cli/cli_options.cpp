@@ -37,6 +37,11 @@ const std::map<QString, bool>& knownOptions() {
             o.emplace(field, true);
         o.emplace(QStringLiteral("pending"), false);
         o.emplace(QStringLiteral("no-treasury"), false);
+        // The treasury screens: runs, their draft, other movements.
+        for (const QString& field :
+             QStringLiteral("date concept from-treasury from-other to-treasury to-other").split(u' '))
+            o.emplace(field, true);
+        o.insert({{"empty", false}, {"open", false}});
         return o;
     }();
     return options;

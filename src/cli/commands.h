@@ -62,6 +62,16 @@ int referenceRemoveCommand(Session& s, const CliOptions& o);
 
 // portfolio_commands.cpp
 int portfolioCommand(Session& s, const CliOptions& o);
+int collectionRunCommand(Session& s, const CliOptions& o);
+int paymentRunCommand(Session& s, const CliOptions& o);
+int draftCommand(Session& s, const CliOptions& o);
+int statementCommand(Session& s, const CliOptions& o);
+int movementRemoveCommand(Session& s, const CliOptions& o);
+int returnReceiptCommand(Session& s, const CliOptions& o);
+int otherMovementAddCommand(Session& s, const CliOptions& o);
+int otherMovementChangeCommand(Session& s, const CliOptions& o);
+int otherMovementRemoveCommand(Session& s, const CliOptions& o);
+int otherMovementsCommand(Session& s, const CliOptions& o);
 
 // sale_commands.cpp
 int postSaleCommand(Session& s, const CliOptions& o);

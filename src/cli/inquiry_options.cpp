@@ -6,8 +6,6 @@
 #include "master_common.h"
 
 namespace tallora::cli {
-namespace {
-
 QDate dateOption(const CliOptions& o, const QString& option, const QDate& fallback) {
     if (!o.given(option)) return fallback;
     const QDate date = QDate::fromString(o.value(option), QStringLiteral("dd/MM/yyyy"));
@@ -16,8 +14,6 @@ QDate dateOption(const CliOptions& o, const QString& option, const QDate& fallba
             QStringLiteral("--%1: \"%2\" is not a date DD/MM/YYYY").arg(option, o.value(option))};
     return date;
 }
-
-}  // namespace
 
 schema::DateAmountFilter dateAmountFilter(const WorkingContext& ctx, const CliOptions& o) {
     const int year = ctx.Exercici.toInt();

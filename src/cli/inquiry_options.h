@@ -10,6 +10,9 @@
 
 namespace tallora::cli {
 
+// A date option DD/MM/YYYY, `fallback` when it is not given.
+QDate dateOption(const CliOptions& o, const QString& option, const QDate& fallback);
+
 // Dtdata1 and Dtdata2 (DD/MM/YYYY; by default 1 January and 31 December of the exercise),
 // cmbOperacio (=, <>, <=, >=) and txtImport as typed.
 schema::DateAmountFilter dateAmountFilter(const WorkingContext& ctx, const CliOptions& o);

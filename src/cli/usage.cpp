@@ -114,6 +114,40 @@ With treasury control only:
                       party, date, due date, invoice, total, settled on account; --party
                       keeps one customer's (or supplier's), --order due orders by due date.
                       Then the two totals still due, over every party.
+  collection-run NIF8 YYYY [RECEIPT[:AMOUNT]...] --account NUMBER [--date DD/MM/YYYY]
+  payment-run NIF8 YYYY [RECEIPT[:AMOUNT]...] --account NUMBER [--date DD/MM/YYYY]
+                      settles the draft of the collection (or payment) screen on the
+                      treasury account NUMBER on --date (default today in the exercise):
+                      the receipts named (numbers of "draft ... --open") go to the draft
+                      first, each with all that is due or with AMOUNT settled on account,
+                      and the whole draft becomes one movement a receipt, in one piece.
+                      Prints movement, receipt, concept, amount and settled or partial.
+  draft NIF8 YYYY collections|payments [--empty] [--open]
+                      the draft of a run screen and its total; --empty takes every
+                      receipt back out of it first; --open lists the open receipts instead.
+  statement NIF8 YYYY [ACCOUNT] [--from DD/MM/YYYY] [--to DD/MM/YYYY]
+                      the movements of treasury account ACCOUNT (of all without it) with
+                      the running balance: id, date, concept, counterpart, in, out,
+                      balance; first the opening balance line. The dates cut lines, never
+                      the balance.
+  movement-remove NIF8 YYYY MOVEMENT
+                      deletes a movement as the statement does (asks, needs --yes): an
+                      invoice's every settlement with it, the invoice then offered back
+                      to the portfolio; a provision's only the provision.
+  return-receipt NIF8 YYYY MOVEMENT [--date DD/MM/YYYY]
+                      the collected (or paid) receipt comes back unpaid (asks, needs
+                      --yes): the contrary movement, the receipt in the portfolio again.
+                      Prints the new movement.
+  other-movement-add NIF8 YYYY --concept TEXT --amount AMOUNT [--date DD/MM/YYYY]
+                  (--from-treasury N | --from-other N) (--to-treasury N | --to-other N)
+                      money from one account to another: treasury accounts and other
+                      accounts by the numbers of their lists. Prints the entry's number.
+  other-movement-change NIF8 YYYY NUMBER [the options of other-movement-add]
+  other-movement-remove NIF8 YYYY NUMBER
+                      deletes the entry and its movements (asks, needs --yes)
+  other-movements NIF8 YYYY [--from D] [--to D] [--operator OP --amount A] [--account N]
+                      number, date, concept, amount, account in, account out; --account
+                      keeps the entries of one other account.
 Sales, as the sales screen enters them (not with the billing module, whose sales are
 documents with lines). Amounts as above; --day and --month are one or two digits.
   post-sale NIF8 YYYY --day D [--month M] --customer NAME --account NAME --total AMOUNT

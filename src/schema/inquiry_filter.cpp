@@ -19,8 +19,8 @@ QString equalsText(const QString& column, const QString& value) {
     return column + QStringLiteral(" = ") + store::quoteLiteral(value);
 }
 
-void appendDateAmount(QStringList& conditions, const WorkingContext& ctx,
-                      const DateAmountFilter& f) {
+void appendDateAmount(QStringList& conditions, const WorkingContext& ctx, const DateAmountFilter& f,
+                      const QString& amountColumn) {
     const int year = ctx.Exercici.toInt();
     const bool from = f.from.isValid() && f.from != QDate(year, 1, 1);
     const bool to = f.to.isValid() && f.to != QDate(year, 12, 31);
@@ -39,8 +39,8 @@ void appendDateAmount(QStringList& conditions, const WorkingContext& ctx,
     QString amount = typed;
     amount.replace(u',', u'.');
     // Currency is kept in ten-thousandths; the text reads as a number up to its first fault.
-    conditions << QStringLiteral("total %1 round(cast(%2 as real) * 10000)")
-                      .arg(op, store::quoteLiteral(amount));
+    conditions << QStringLiteral("%1 %2 round(cast(%3 as real) * 10000)")
+                      .arg(amountColumn, op, store::quoteLiteral(amount));
 }
 
 QString whereClause(const QStringList& conditions) {

@@ -26,10 +26,11 @@ struct DateAmountFilter {
 // "column = 'value'", the value quoted.
 QString equalsText(const QString& column, const QString& value);
 
-// Appends the conditions of `filter` on the columns data and total (a Currency column).
+// Appends the conditions of `filter` on the column data and the Currency column `amount`.
 // Throws std::invalid_argument for an operator outside the list.
 void appendDateAmount(QStringList& conditions, const WorkingContext& ctx,
-                      const DateAmountFilter& filter);
+                      const DateAmountFilter& filter,
+                      const QString& amount = QStringLiteral("total"));
 
 // " where a and b ...", or nothing for no condition.
 QString whereClause(const QStringList& conditions);

@@ -5,10 +5,12 @@
 #include "context/messages.h"
 #include "context/working_context.h"
 #include "schema/creation.h"
+#include "schema/inquiry_filter.h"
 #include "schema/lookups.h"
 #include "schema/money_rows.h"
 #include "schema/upgrades.h"
 #include "store/database.h"
+#include "store/schema_objects.h"
 
 #include <QHash>
 
@@ -158,12 +160,7 @@ std::vector<StatementLine> Busca_Extracto(const WorkingContext& ctx,
     view += QStringLiteral(" order by data asc, Id asc");
 
     store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
-    {
-        store::Transaction tx(db, store::Transaction::Kind::Immediate);
-        db.execute(QStringLiteral("drop view if exists Selmovimientos_extracto"));
-        db.execute(QStringLiteral("create view Selmovimientos_extracto as ") + view);
-        tx.commit();
-    }
+    store::createQuery(db, QStringLiteral("Selmovimientos_extracto"), view);
     store::Statement st = db.prepare(QStringLiteral(
         "select Id, data, concepto, contrapartida, D, H, S from Selmovimientos_extracto "
         "order by data asc, Id asc"));

@@ -7,6 +7,7 @@
 #include "context/working_context.h"
 #include "schema/creation.h"
 #include "store/database.h"
+#include "store/schema_objects.h"
 
 #include <QHash>
 
@@ -30,9 +31,6 @@ QHash<std::int64_t, QString> byId(const std::vector<AccountItem>& list) {
     return names;
 }
 
-QString sqlDate(const QDate& d) {
-    return store::quoteLiteral(d.toString(Qt::ISODate));
-}
 
 void insertMovement(store::Database& db, const OtherMovement& e, std::int64_t asiento,
                     std::int64_t entidad, std::int64_t cuenta, Money d, Money h) {
@@ -163,45 +161,20 @@ void deleteOtherMovement(const WorkingContext& ctx, std::int64_t asiento) {
 }
 
 std::vector<OtherRow> searchOtherMovements(const WorkingContext& ctx, const OtherFilter& f) {
-    const int year = ctx.Exercici.toInt();
-    const bool fromSet = f.from.isValid() && f.from != QDate(year, 1, 1);
-    const bool toSet = f.to.isValid() && f.to != QDate(year, 12, 31);
-    QString where;
-    if (fromSet && toSet)
-        where = QStringLiteral("data between %1 And %2").arg(sqlDate(f.from), sqlDate(f.to));
-    else if (fromSet)
-        where = QStringLiteral("data >= %1").arg(sqlDate(f.from));
-    else if (toSet)
-        where = QStringLiteral("data <= %1").arg(sqlDate(f.to));
-    const QString amount = f.importe.trimmed();
-    if (!amount.isEmpty() && amount != QLatin1String("-")) {
-        const std::optional<Money> value = Money::parse(QString(amount).replace(',', '.'), '.');
-        static const QStringList operators{"=", "<>", "<=", ">="};
-        const QString op = operators.contains(f.operacio) ? f.operacio : QStringLiteral("=");
-        if (value) {
-            if (!where.isEmpty()) where += QStringLiteral(" and");
-            where += QStringLiteral(" importe %1 %2").arg(op).arg(value->units());
-        }
-    }
+    QStringList conditions;
+    schema::appendDateAmount(conditions, ctx, f.dates, QStringLiteral("importe"));
     // As the inquiry has always read it: the two account sides joined by "or" after the other
     // conditions, without brackets around them.
-    if (f.cuenta) {
-        if (!where.isEmpty()) where += QStringLiteral(" and");
-        where += QStringLiteral(" (cta_entra_otra=%1) or (cta_sale_otra=%1)").arg(*f.cuenta);
-    }
-    QString sql = QStringLiteral("select * from otros_movimientos ");
-    if (!where.isEmpty()) sql += QStringLiteral("where ") + where.trimmed();
-    sql += QStringLiteral(" order by data asc, Asiento asc");
+    if (f.cuenta)
+        conditions << QStringLiteral("(cta_entra_otra=%1) or (cta_sale_otra=%1)").arg(*f.cuenta);
+    const QString sql = QStringLiteral("select * from otros_movimientos") +
+                        schema::whereClause(conditions) +
+                        QStringLiteral(" order by data asc, Asiento asc");
 
     const QHash<std::int64_t, QString> treasury = byId(treasuryAccountItems(ctx));
     const QHash<std::int64_t, QString> others = byId(otherAccountItems(ctx));
     store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
-    {
-        store::Transaction tx(db, store::Transaction::Kind::Immediate);
-        db.execute(QStringLiteral("drop view if exists SelOtros_movimientos"));
-        db.execute(QStringLiteral("create view SelOtros_movimientos as ") + sql);
-        tx.commit();
-    }
+    store::createQuery(db, QStringLiteral("SelOtros_movimientos"), sql);
     store::Statement st = db.prepare(QStringLiteral(
         "select asiento, data, concepto, Importe, cta_entra_tesoreria, cta_entra_otra, "
         "cta_sale_tesoreria, cta_sale_otra from SelOtros_movimientos"));

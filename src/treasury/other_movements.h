@@ -10,6 +10,7 @@
 // thrown as store::StoreError.
 #include "context/fwd.h"
 #include "context/money.h"
+#include "schema/inquiry_filter.h"
 
 #include <QDate>
 #include <QString>
@@ -59,13 +60,10 @@ std::optional<OtherMovement> loadOtherMovement(const WorkingContext& ctx, std::i
 // Deletes the entry and its movements.
 void deleteOtherMovement(const WorkingContext& ctx, std::int64_t asiento);
 
-// FormConsOtros's filters. A date at its default (1/1 or 31/12 of the exercise) does not
-// filter; the amount filters when it is neither blank nor "-", with its operator ("=",
-// "<>", "<=", ">="); the account matches either other-account side.
+// FormConsOtros's filters: dates and amount as every inquiry has them (on the entry's
+// importe), and the other account, matched on either side.
 struct OtherFilter {
-    QDate from, to;
-    QString importe;
-    QString operacio = QStringLiteral("=");
+    schema::DateAmountFilter dates;
     std::optional<std::int64_t> cuenta;
 };
 struct OtherRow {

@@ -49,6 +49,7 @@ protected:
         const auto id = receipt({.inOut = "Out",
                                  .party = client,
                                  .data = QDate(2026, 2, 1),
+                                 .vencimiento = std::nullopt,
                                  .factura = "Fra. 4",
                                  .total = 1000000,
                                  .frasOut = 4});
@@ -171,6 +172,7 @@ TEST_F(Statement, ReturningAFullyCollectedReceiptMakesANewOneAndTheContraryMovem
     const auto id = receipt({.inOut = "Out",
                              .party = client,
                              .data = QDate(2026, 2, 1),
+                             .vencimiento = std::nullopt,
                              .factura = "Fra. 4",
                              .total = 1000000,
                              .frasOut = 4});

@@ -141,7 +141,7 @@ TEST_F(OtherMovements, TheInquiryFiltersByDateAmountAndAccount) {
     post(20, "100", 2, 11);
     post(10, "250,5", 1, 12);
     post(5, "100", 2, 12);
-    OtherFilter all{QDate(2026, 1, 1), QDate(2026, 12, 31)};
+    OtherFilter all{{QDate(2026, 1, 1), QDate(2026, 12, 31), {}, {}}, std::nullopt};
     auto found = searchOtherMovements(f.ctx, all);
     ASSERT_EQ(found.size(), 3u);
     EXPECT_EQ(found[0].concepto, "Día 5");
@@ -150,13 +150,13 @@ TEST_F(OtherMovements, TheInquiryFiltersByDateAmountAndAccount) {
     EXPECT_EQ(found[1].importe, "250,50");
 
     OtherFilter from = all;
-    from.from = QDate(2026, 2, 8);
+    from.dates.from = QDate(2026, 2, 8);
     EXPECT_EQ(searchOtherMovements(f.ctx, from).size(), 2u);
     OtherFilter amount = all;
-    amount.importe = "250,50";
-    amount.operacio = ">=";
+    amount.dates.import = "250,50";
+    amount.dates.operacio = ">=";
     ASSERT_EQ(searchOtherMovements(f.ctx, amount).size(), 1u);
-    amount.importe = "-";
+    amount.dates.import = "-";
     EXPECT_EQ(searchOtherMovements(f.ctx, amount).size(), 3u);
     OtherFilter account = all;
     account.cuenta = 12;

@@ -1,0 +1,147 @@
+// Other movements: the entry screen and its inquiry from the command line.
+#include "commands.h"
+#include "context/messages.h"
+#include "context/month_lock.h"
+#include "context/working_context.h"
+#include "entry_common.h"
+#include "inquiry_options.h"
+#include "master_common.h"
+#include "treasury/other_movements.h"
+
+#include <algorithm>
+
+namespace tallora::cli {
+namespace {
+
+// The four account options: each side takes a treasury account or an other account, by the
+// number their lists print.
+struct SideWords {
+    QString fromTreasury, fromOther, toTreasury, toOther;
+};
+SideWords sideWords(const CliOptions& o) {
+    SideWords w;
+    const auto take = [&](const char* option, QString& field) {
+        if (o.given(QString::fromLatin1(option)))
+            field = numberArgument(o.value(QString::fromLatin1(option)));
+    };
+    take("from-treasury", w.fromTreasury);
+    take("from-other", w.fromOther);
+    take("to-treasury", w.toTreasury);
+    take("to-other", w.toOther);
+    if (!w.fromTreasury.isEmpty() && !w.fromOther.isEmpty())
+        throw UsageError{
+            QStringLiteral("--from-treasury and --from-other: the money leaves one account")};
+    if (!w.toTreasury.isEmpty() && !w.toOther.isEmpty())
+        throw UsageError{
+            QStringLiteral("--to-treasury and --to-other: the money enters one account")};
+    return w;
+}
+
+bool accountExists(Session& s, const std::vector<treasury::AccountItem>& list,
+                   const QString& number, const QString& what) {
+    if (number.isEmpty()) return true;
+    const std::int64_t id = number.toLongLong();
+    if (std::any_of(list.begin(), list.end(),
+                    [&](const treasury::AccountItem& a) { return a.id == id; }))
+        return true;
+    noSuchRecord(s, what, number);
+    return false;
+}
+
+// The options given over the fields of `e`; a side given replaces both of its accounts.
+bool takeFields(Session& s, const CliOptions& o, const SideWords& w, treasury::OtherMovement& e) {
+    const auto treasuryAccounts = treasury::treasuryAccountItems(s.ctx);
+    const auto otherAccounts = treasury::otherAccountItems(s.ctx);
+    const QString t = QStringLiteral("treasury account"), a = QStringLiteral("other account");
+    if (!accountExists(s, treasuryAccounts, w.fromTreasury, t) ||
+        !accountExists(s, otherAccounts, w.fromOther, a) ||
+        !accountExists(s, treasuryAccounts, w.toTreasury, t) ||
+        !accountExists(s, otherAccounts, w.toOther, a))
+        return false;
+    if (!w.fromTreasury.isEmpty() || !w.fromOther.isEmpty()) {
+        e.saleTesoreria = w.fromTreasury.toLongLong();
+        e.saleOtra = w.fromOther.toLongLong();
+    }
+    if (!w.toTreasury.isEmpty() || !w.toOther.isEmpty()) {
+        e.entraTesoreria = w.toTreasury.toLongLong();
+        e.entraOtra = w.toOther.toLongLong();
+    }
+    takeText(o, "concept", e.concepto);
+    if (o.given(QStringLiteral("amount")))
+        e.importe = fieldAmount(s.ctx, o.value(QStringLiteral("amount")));
+    e.data = dateOption(o, QStringLiteral("date"), e.data);
+    return true;
+}
+
+int post(Session& s, const CliOptions& o, std::optional<QString> number) {
+    const ExerciseWords w = exerciseWords(o);
+    const SideWords sides = sideWords(o);
+    amountArgument(QStringLiteral("amount"), o.value(QStringLiteral("amount")));
+    if (o.given(QStringLiteral("date"))) {
+        const QDate d = dateOption(o, QStringLiteral("date"), {});
+        if (d.year() != w.year.toInt())
+            throw UsageError{QStringLiteral("--date: %1 is outside the exercise %2")
+                                 .arg(o.value(QStringLiteral("date")), w.year)};
+    }
+    if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
+    loadMonthLock(s.ctx);
+    treasury::OtherMovement e;
+    if (number) {
+        const auto loaded = treasury::loadOtherMovement(s.ctx, number->toLongLong());
+        if (!loaded) return noSuchRecord(s, QStringLiteral("other movement"), *number);
+        e = *loaded;
+    } else {
+        const QDate today = QDate::currentDate();
+        e.data = QDate(w.year.toInt(), today.month(), std::min(today.day(), 28));
+    }
+    if (!takeFields(s, o, sides, e)) return kRefused;
+    EntryDialogs faults(s.dialogs);
+    const treasury::OtherPosting p = treasury::postOtherMovement(s.ctx, faults, e);
+    if (p.refused) return s.finish(false);
+    s.out << p.asiento << '\n';
+    return s.finish(true);
+}
+
+}  // namespace
+
+int otherMovementAddCommand(Session& s, const CliOptions& o) {
+    return post(s, o, std::nullopt);
+}
+
+int otherMovementChangeCommand(Session& s, const CliOptions& o) {
+    return post(s, o, numberArgument(o.arguments[2]));
+}
+
+int otherMovementRemoveCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    const QString number = numberArgument(o.arguments[2]);
+    if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
+    const auto e = treasury::loadOtherMovement(s.ctx, number.toLongLong());
+    if (!e) return noSuchRecord(s, QStringLiteral("other movement"), number);
+    if (s.dialogs.yesNo(Missatge(s.ctx, 815) + QStringLiteral("(") + number + QStringLiteral(") ") +
+                        e->concepto) != Dialogs::Answer::Yes)
+        return kRefused;
+    treasury::deleteOtherMovement(s.ctx, number.toLongLong());
+    return s.finish(true);
+}
+
+int otherMovementsCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    const QString account = o.given(QStringLiteral("account"))
+                                ? numberArgument(o.value(QStringLiteral("account")))
+                                : QString();
+    if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
+    treasury::OtherFilter filter{dateAmountFilter(s.ctx, o), std::nullopt};
+    if (!account.isEmpty()) {
+        if (!accountExists(s, treasury::otherAccountItems(s.ctx), account,
+                           QStringLiteral("other account")))
+            return kRefused;
+        filter.cuenta = account.toLongLong();
+    }
+    for (const auto& r : treasury::searchOtherMovements(s.ctx, filter))
+        s.out << r.asiento << '\t' << r.data << '\t' << r.concepto << '\t' << r.importe << '\t'
+              << r.entra << '\t' << r.sale << '\n';
+    return s.finish(true);
+}
+
+}  // namespace tallora::cli

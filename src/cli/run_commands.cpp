@@ -1,0 +1,192 @@
+// Collection and payment runs, the draft they share with the screens, the account statement
+// and its two undo actions: the screens' logic, driven from the command line.
+#include "commands.h"
+#include "context/common_helpers.h"
+#include "context/messages.h"
+#include "context/month_lock.h"
+#include "context/working_context.h"
+#include "entry_common.h"
+#include "inquiry_options.h"
+#include "master_common.h"
+#include "treasury/account_statement.h"
+#include "treasury/other_movements.h"
+#include "treasury/runs.h"
+
+#include <algorithm>
+
+namespace tallora::cli {
+namespace {
+
+// The date fields of these screens: bounded to the exercise, today's day and month by default.
+QDate exerciseDate(const ExerciseWords& w, const CliOptions& o, const QString& option) {
+    const int year = w.year.toInt();
+    const QDate today = QDate::currentDate();
+    QDate fallback(year, today.month(), today.day());
+    if (!fallback.isValid()) fallback = QDate(year, today.month(), 28);  // 29 February
+    const QDate date = dateOption(o, option, fallback);
+    if (date.year() != year)
+        throw UsageError{QStringLiteral("--%1: %2 is outside the exercise %3")
+                             .arg(option, o.value(option), w.year)};
+    return date;
+}
+
+// A treasury account by its number, as treasury-accounts lists it.
+std::optional<std::int64_t> treasuryAccount(Session& s, const QString& number) {
+    const auto accounts = treasury::treasuryAccountItems(s.ctx);
+    const std::int64_t id = number.toLongLong();
+    if (std::none_of(accounts.begin(), accounts.end(),
+                     [&](const treasury::AccountItem& a) { return a.id == id; })) {
+        noSuchRecord(s, QStringLiteral("treasury account"), number);
+        return std::nullopt;
+    }
+    return id;
+}
+
+// RECEIPT or RECEIPT:AMOUNT
+struct ReceiptWord {
+    QString id;
+    QString amount;
+};
+ReceiptWord receiptWord(const QString& word) {
+    const qsizetype colon = word.indexOf(u':');
+    ReceiptWord r{numberArgument(colon < 0 ? word : word.left(colon)), {}};
+    if (colon >= 0)
+        r.amount = amountArgument(QStringLiteral("amount of receipt ") + r.id, word.mid(colon + 1));
+    return r;
+}
+
+void printRows(Session& s, const std::vector<treasury::RunRow>& rows) {
+    for (const auto& r : rows)
+        s.out << r.id << '\t' << r.data << '\t' << r.factura << '\t' << r.total << '\t' << r.amount
+              << '\n';
+}
+
+int run(Session& s, const CliOptions& o, const treasury::RunSide& side) {
+    const ExerciseWords w = exerciseWords(o);
+    std::vector<ReceiptWord> receipts;
+    for (qsizetype i = 2; i < o.arguments.size(); ++i)
+        receipts.push_back(receiptWord(o.arguments[i]));
+    const QString account = o.given(QStringLiteral("account"))
+                                ? numberArgument(o.value(QStringLiteral("account")))
+                                : QString();
+    const QDate date = exerciseDate(w, o, QStringLiteral("date"));
+    if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
+    loadMonthLock(s.ctx);
+    std::optional<std::int64_t> entitat;
+    if (!account.isEmpty() && !(entitat = treasuryAccount(s, account))) return kRefused;
+
+    // Each receipt given goes to the draft as the screen's arrow puts it there; the run then
+    // settles the whole draft, what the screens left in it included.
+    const auto open = treasury::openReceipts(s.ctx, side);
+    for (const ReceiptWord& r : receipts) {
+        const std::int64_t id = r.id.toLongLong();
+        if (std::none_of(open.begin(), open.end(),
+                         [&](const treasury::RunRow& row) { return row.id == id; }))
+            return s.refuse(QStringLiteral("no open receipt %1 to %2")
+                                .arg(r.id, side.debit ? "collect" : "pay"));
+        const auto passed =
+            treasury::Passa_Recibo(s.ctx, s.dialogs, side, id,
+                                   r.amount.isEmpty() ? QString() : fieldAmount(s.ctx, r.amount));
+        if (!passed || !passed->moved) return s.finish(false);
+    }
+    const treasury::RunOutcome outcome =
+        treasury::Contabilizar(s.ctx, s.dialogs, side, entitat, date);
+    if (outcome.refusal == treasury::RunRefusal::EmptyDraft)
+        return s.refuse(QStringLiteral("the draft is empty: name the receipts to settle"));
+    for (const treasury::Settlement& st : outcome.settlements)
+        s.out << st.movement << '\t' << st.receipt << '\t' << st.concepto << '\t'
+              << Format_Import(s.ctx, st.amount) << '\t'
+              << (st.settled ? QStringLiteral("settled") : QStringLiteral("partial")) << '\n';
+    return s.finish(!outcome.refusal);
+}
+
+const treasury::RunSide& sideArgument(const QString& word) {
+    return choiceArgument(QStringLiteral("side"), word, {"collections", "payments"}) == 0
+               ? treasury::kCollections
+               : treasury::kPayments;
+}
+
+void printStatement(Session& s, const std::vector<treasury::StatementLine>& lines) {
+    for (const auto& l : lines)
+        s.out << (l.id ? QString::number(*l.id) : QString()) << '\t' << l.data << '\t' << l.concepto
+              << '\t' << l.contrapartida << '\t' << l.debe << '\t' << l.haber << '\t' << l.saldo
+              << '\n';
+}
+
+// The movement as the statement shows it, for the questions that name it.
+std::optional<treasury::StatementLine> statementLine(Session& s, std::int64_t id) {
+    for (const auto& l : treasury::Busca_Extracto(s.ctx, std::nullopt, {}, {}))
+        if (l.id == id) return l;
+    return std::nullopt;
+}
+
+}  // namespace
+
+int collectionRunCommand(Session& s, const CliOptions& o) {
+    return run(s, o, treasury::kCollections);
+}
+int paymentRunCommand(Session& s, const CliOptions& o) {
+    return run(s, o, treasury::kPayments);
+}
+
+int draftCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    const treasury::RunSide& side = sideArgument(o.arguments[2]);
+    if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
+    if (o.flags.contains(QStringLiteral("empty"))) treasury::Buida_Borrador(s.ctx, side);
+    if (o.flags.contains(QStringLiteral("open"))) {
+        printRows(s, treasury::openReceipts(s.ctx, side));
+        return s.finish(true);
+    }
+    printRows(s, treasury::draftReceipts(s.ctx, side));
+    s.out << Missatge(s.ctx, side.totalLabel) << '\t'
+          << treasury::draftTotal(s.ctx, side).value_or(QStringLiteral("0")) << '\n';
+    return s.finish(true);
+}
+
+int statementCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    const QString account = o.arguments.size() > 2 ? numberArgument(o.arguments[2]) : QString();
+    const int year = w.year.toInt();
+    const QDate from = dateOption(o, QStringLiteral("from"), QDate(year, 1, 1));
+    const QDate to = dateOption(o, QStringLiteral("to"), QDate(year, 12, 31));
+    if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
+    std::optional<std::int64_t> entitat;
+    if (!account.isEmpty() && !(entitat = treasuryAccount(s, account))) return kRefused;
+    printStatement(s, treasury::Busca_Extracto(s.ctx, entitat, from, to));
+    return s.finish(true);
+}
+
+int movementRemoveCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    const QString number = numberArgument(o.arguments[2]);
+    if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
+    const auto line = statementLine(s, number.toLongLong());
+    if (!line) return noSuchRecord(s, QStringLiteral("movement"), number);
+    if (s.dialogs.yesNo(Missatge(s.ctx, 815) + '\n' + treasury::movementLines(*line)) !=
+        Dialogs::Answer::Yes)
+        return kRefused;
+    return s.finish(treasury::deleteMovement(s.ctx, s.dialogs, number.toLongLong()));
+}
+
+int returnReceiptCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    const QString number = numberArgument(o.arguments[2]);
+    const QDate date = exerciseDate(w, o, QStringLiteral("date"));
+    if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
+    const auto line = statementLine(s, number.toLongLong());
+    if (!line) return noSuchRecord(s, QStringLiteral("movement"), number);
+    if (s.dialogs.yesNo(Missatge(s.ctx, 6987) + '\n' + treasury::movementLines(*line)) !=
+        Dialogs::Answer::Yes)
+        return kRefused;
+    const auto made = treasury::returnReceipt(s.ctx, number.toLongLong(), date);
+    if (!made)
+        return s.refuse(
+            QStringLiteral("movement %1 is no collection or payment of an invoice that can "
+                           "come back (a return is never returned)")
+                .arg(number));
+    s.out << *made << '\n';
+    return s.finish(true);
+}
+
+}  // namespace tallora::cli
