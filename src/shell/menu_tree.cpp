@@ -81,8 +81,8 @@ const std::vector<MenuEntry>& menuTree() {
         separator("mnu_Tesoreria", "mnuspe"),
         item("mnu_Tesoreria", "mnucartera", 6662, true),
         separator("mnu_Tesoreria", "s8"),
-        item("mnu_Tesoreria", "mnu_entradas", 6649),
-        item("mnu_Tesoreria", "mnu_salidas", 6652),
+        item("mnu_Tesoreria", "mnu_entradas", 6649, true),
+        item("mnu_Tesoreria", "mnu_salidas", 6652, true),
 
         menu("Mnu5", 219),
         item("Mnu5", "mnullibres", 220),

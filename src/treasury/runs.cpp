@@ -11,13 +11,36 @@
 
 namespace tallora::treasury {
 
-const RunSide kCollections{"Out",     "cliente", "FrasOut", "FrasOUT.mdb",  "FrasOut",
-                           "Cobrada", true,      6706,      6707,           6708,
-                           6709,      6710,      6712,      6714,           6715,
-                           6716,      6702,      6703,      "CarteraCobra", true};
-const RunSide kPayments{"In", "proveedor", "FrasIn", "FrasIN.mdb", "FrasIn",      "Pagada", false,
-                        6720, 6722,        6725,     6724,         6719,          6727,     6723,
-                        6721, 6726,        6729,     6728,         "CarteraPaga", false};
+const RunSide kCollections{"Out",        "cliente",    "FrasOut",      "FrasOUT.mdb",
+                           "FrasOut",    "Cobrada",    true,           6706,
+                           6707,         6708,         6711,           6709,
+                           6710,         6712,         6714,           6715,
+                           6716,         6702,         6703,           "FormCarteraCobrar",
+                           "CmbClients", "FechaCobro", "CarteraCobra", true};
+const RunSide kPayments{"In",
+                        "proveedor",
+                        "FrasIn",
+                        "FrasIN.mdb",
+                        "FrasIn",
+                        "Pagada",
+                        false,
+                        6720,
+                        6722,
+                        6725,
+                        6718,
+                        6724,
+                        6719,
+                        6727,
+                        6723,
+                        6721,
+                        6726,
+                        6729,
+                        6728,
+                        "FormCarteraPagar",
+                        "CmbProveidors",
+                        "FechaPago",
+                        "CarteraPaga",
+                        false};
 
 namespace {
 

@@ -32,8 +32,11 @@ struct RunSide {
     const char* invoiceTable;
     const char* settledFlag;  // Cobrada / Pagada
     bool debit;               // the money comes in (D) or goes out (H)
-    int title, instructions1, instructions2, openList, draftList, partialLabel, accountLabel,
-        dateLabel, totalLabel, excess, noAccount;
+    int title, instructions1, instructions2, partyLabel, openList, draftList, partialLabel,
+        accountLabel, dateLabel, totalLabel, excess, noAccount;
+    const char* screen;     // the form's name
+    const char* partyList;  // CmbClients / CmbProveidors
+    const char* dateField;  // FechaCobro / FechaPago
     const char* helpKey;
     bool partyHiddenInTickets;  // a shop's exercise has no customers
 };

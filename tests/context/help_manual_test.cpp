@@ -99,7 +99,7 @@ TEST(HelpManual, APageOfABuiltScreenShowsIt) {
         for (const char* page :
              {"2/2.html", "2/2_4.html", "2/2_5.html", "3/3.html", "4/4_2.html", "4/4_3.html",
               "4/4_4.html", "4/4_5.html", "4/4_6.html", "4/4_7.html", "5/5_1.html", "9/9_1.html",
-              "10/10_4_1.html", "10/10_5_1.html"})
+              "10/10_3_2.html", "10/10_3_5.html", "10/10_4_1.html", "10/10_5_1.html"})
             EXPECT_TRUE(readAll(kResources + language.folder + '/' + page)
                             .contains("<img class=\"pantalla\""))
                 << language.folder << '/' << page;

@@ -1,9 +1,10 @@
 // Modifica_Venda and the saving of a change: the three cases of the money rows, and the
 // rates of a posted sale that never change.
-#include "sales_fixture.h"
 #include "sales/sale_change.h"
 #include "sales/sale_posting.h"
 #include "sales/sale_validation.h"
+#include "sales_fixture.h"
+#include "treasury/runs.h"
 
 namespace tallora::testing {
 namespace {
@@ -151,6 +152,22 @@ TEST_F(SaleChangeTest, ASettledSaleKeepsItsMoneyRowsAndRewritesOnlyTexts) {
     EXPECT_EQ(receipts(), QStringList{"2026-03-15|2|2026|F-1b|2420000|600000|1|2026-05-01"});
     EXPECT_EQ(rows(frasOut(), "select Cobrada, Marca, NomClient from FrasOut"),
               QStringList{"0|-1|Colmado Ruiz"});
+}
+
+TEST_F(SaleChangeTest, ASalePartlyCollectedInARunIsLockedToItsMark) {
+    const auto n = post(entry("121,00"));
+    const auto open = treasury::openReceipts(f.ctx, treasury::kCollections);
+    ASSERT_EQ(open.size(), 1u);
+    ASSERT_TRUE(
+        treasury::Passa_Recibo(f.ctx, dialogs, treasury::kCollections, open[0].id, "60")->moved);
+    ASSERT_FALSE(
+        treasury::Contabilizar(f.ctx, dialogs, treasury::kCollections, 2, QDate(2026, 4, 1))
+            .refusal);
+    EXPECT_EQ(rows(frasOut(), "select Cobrada, Marca from FrasOut"), QStringList{"0|-1"});
+    LoadedSale s = load(n);
+    EXPECT_TRUE(s.settled);
+    EXPECT_EQ(s.entry.entitat, "Marca");
+    EXPECT_FALSE(s.entry.entitatId);
 }
 
 TEST_F(SaleChangeTest, ThePostedRatesAreNeverRewritten) {

@@ -25,6 +25,7 @@
 #include "shell/startup.h"
 #include "store/store_error.h"
 #include "treasury/ui/form_cartera_recibos.h"
+#include "treasury/ui/form_cartera_run.h"
 #include "widgets/field_behaviour.h"
 #include "widgets/obre_ajuda.h"
 #include "widgets/screen_style.h"
@@ -202,6 +203,10 @@ void FormMDI::runEntry(const QString& name) {
         openProvisionInquiry();
     } else if (name == QStringLiteral("mnucartera")) {
         openPortfolio();
+    } else if (name == QStringLiteral("mnu_entradas")) {
+        openScreen<FormCarteraCobrar>([this] { return new FormCarteraCobrar(ctx_, dialogs_); });
+    } else if (name == QStringLiteral("mnu_salidas")) {
+        openScreen<FormCarteraPagar>([this] { return new FormCarteraPagar(ctx_, dialogs_); });
     } else if (name == QStringLiteral("mnu_cuentas")) {
         openMaster<frmTesoreria_cuentas>();
     } else if (name == QStringLiteral("mnu_contrapartidas")) {

@@ -8,6 +8,8 @@
 #include "purchases/ui/form_suplidos.h"
 #include "schema/creation.h"
 #include "store/database.h"
+#include "treasury/other_movements.h"
+#include "treasury/runs.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -72,9 +74,16 @@ void postSample(FormCompres& screen, const WorkingContext& ctx) {
     }
 }
 
-void settleFirst(const WorkingContext& ctx) {
-    auto db = store::Database::open(ctx.exerciseFile(schema::db::FrasIn));
-    db.execute(QStringLiteral("update FrasIN set Marca=-1 where Ordre=1"));
+// 1.000,00 of the first purchase paid in a payment run by the last treasury account.
+void settleFirst(const WorkingContext& ctx, Dialogs& dialogs) {
+    treasury::Buida_Borrador(ctx, treasury::kPayments);
+    const auto open = treasury::openReceipts(ctx, treasury::kPayments);
+    const auto accounts = treasury::treasuryAccountItems(ctx);
+    if (open.empty() || accounts.empty()) qFatal("the sample has no purchase to pay");
+    treasury::Passa_Recibo(ctx, dialogs, treasury::kPayments, open.front().id,
+                           QStringLiteral("1000"));
+    treasury::Contabilizar(ctx, dialogs, treasury::kPayments, accounts.back().id,
+                           QDate(ctx.Exercici.toInt(), 3, 31));
 }
 
 enum class Stage { Idle, Amounts, Journal, Settled };
@@ -92,7 +101,7 @@ GalleryScreen purchasesScreen(const QString& name, Stage stage,
                           "SIV-1187", "968,00", 1, ""});
                 if (stage == Stage::Journal || stage == Stage::Settled) postSample(*screen, ctx);
                 if (stage == Stage::Settled) {
-                    settleFirst(ctx);
+                    settleFirst(ctx, dialogs);
                     screen->Cancela_Apunt();
                     screen->Modifica_Compra(QStringLiteral("1"));
                 }

@@ -1,6 +1,7 @@
 #include "screen_gallery.h"
 #include "purchases_gallery.h"
 #include "sales_gallery.h"
+#include "treasury_gallery.h"
 
 #include "blockmes.h"
 #include "context/dialogs.h"
@@ -292,6 +293,7 @@ std::vector<GalleryScreen> screenGallery() {
     }
     addSalesScreens(screens, openExercise, dialogs());
     addPurchasesScreens(screens, openExercise, dialogs());
+    addTreasuryScreens(screens, openExercise, dialogs());
     return screens;
 }
 

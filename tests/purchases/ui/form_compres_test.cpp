@@ -4,6 +4,7 @@
 // settled in a payment run and the way out.
 #include "purchases/ui/form_compres.h"
 #include "purchases_screen.h"
+#include "treasury/runs.h"
 
 #include <QFrame>
 
@@ -251,8 +252,13 @@ void FormCompresTest::changeOfASettledPurchase() {
     typeRateAndIrpf(form, 1);
     enter(&form);  // left to pay
     enterThroughAmounts(form);
-    // A payment run settles it.
-    PurchasesScreen::exec(x.exerciseFile("FrasIN.mdb"), "update FrasIN set Marca=-1");
+    // A payment run settles 10,00 of it.
+    const auto open = treasury::openReceipts(x.ctx, treasury::kPayments);
+    QCOMPARE(open.size(), std::size_t{1});
+    QVERIFY(treasury::Passa_Recibo(x.ctx, x.dialogs, treasury::kPayments, open[0].id, "10")->moved);
+    QVERIFY(!treasury::Contabilizar(x.ctx, x.dialogs, treasury::kPayments, 2, QDate(2026, 3, 20))
+                 .refusal);
+    QCOMPARE(x.purchases("Pagada, Marca"), QStringList{"0|-1"});
     cancel(&form);  // nothing typed: back to idle without a question
     QCOMPARE(focusName(&form), QStringLiteral("ComboOP"));
     reopenFromJournal(&form);

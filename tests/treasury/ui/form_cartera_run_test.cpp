@@ -1,0 +1,254 @@
+// The collection and payment run screens from the keyboard: a partial and a full receipt
+// collected in one run, a payment run, the refusals, the buttons between the lists, the
+// sides kept apart, help and Esc.
+#include "treasury/ui/form_cartera_run.h"
+#include "context/dialogs.h"
+#include "context/messages.h"
+#include "context/working_context.h"
+#include "schema/creation.h"
+#include "schema/upgrades.h"
+#include "store/database.h"
+#include "table_rows.h"
+#include "widgets/obre_ajuda.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QDir>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace tallora;
+
+namespace {
+
+// An exercise with treasury, the cash account and a bank, a customer with two sales to
+// collect (121,00 and 50,00) and a supplier with a purchase to pay (242,00).
+class Exercise {
+public:
+    Exercise() {
+        ctx.Unitat = root.path();
+        company = root.filePath(QStringLiteral("brenwick/LLibres/B1234567/"));
+        ctx.Directori = company + QStringLiteral("2026/");
+        QDir().mkpath(ctx.Directori);
+        ctx.Exercici = QStringLiteral("2026");
+        ctx.Moneda = QStringLiteral("Euros");
+        ctx.ModeExercici = QStringLiteral("FACTURES");
+        ctx.EmpresaNom = QStringLiteral("Comercial Brenwick S.L.");
+        ctx.programDir = root.filePath(QStringLiteral("program/"));
+        ctx.resourcesDir = QStringLiteral(TALLORA_SOURCE_DIR "/resources/");
+        schema::createExerciseDatabases(ctx.Directori);
+        schema::Actualitza_Bases(ctx);
+        ctx.Tesoreria = true;
+        run(file("gest.mdb"), "insert into Clients (client, nom) values (1, 'Bar Centre')");
+        run(file("gest.mdb"),
+            "insert into Proveidors (proveidor, nom) values (1, 'Olis del Camp')");
+        run(file("tesorer.mdb"),
+            "insert into entidades (Id, Grup, entidad) values (5, 572, 'Banco Norte')");
+        run(file("FrasOUT.mdb"),
+            "insert into FrasOut (Ordre, data, Client, Total, Descripcio, Cobrada, Marca) values "
+            "(1, '2026-02-01', 1, 1210000, 'F-1', 0, 0), (2, '2026-02-02', 1, 500000, 'F-2', 0, "
+            "0)");
+        run(file("FrasIN.mdb"),
+            "insert into FrasIN (Ordre, data, Proveidor, NomProveidor, TOTAL, descripcio, Pagada, "
+            "Marca) values (7, '2026-03-01', 1, 'Olis del Camp', 2420000, 'A-77', 0, 0)");
+        run(company + QStringLiteral("cartera.mdb"),
+            "insert into cartera (Id, data, cliente, proveedor, In_Out, Ejercicio, Factura, Total, "
+            "Pendiente, FrasOut, FrasIn) values "
+            "(1, '2026-02-01', 1, 0, 'Out', '2026', 'F-1', 1210000, 0, 1, 0), "
+            "(2, '2026-02-02', 1, 0, 'Out', '2026', 'F-2', 500000, 0, 2, 0), "
+            "(3, '2026-03-01', 0, 1, 'In', '2026', 'A-77', 2420000, 0, 0, 7)");
+    }
+
+    QString file(const char* name) const { return ctx.Directori + QLatin1String(name); }
+    QStringList rows(const QString& path, const char* sql) const {
+        return testing::tableRows(path, QString::fromUtf8(sql));
+    }
+    QStringList receipts() const {
+        return rows(company + QStringLiteral("cartera.mdb"),
+                    "select Id, Borrador, Temporal, Pendiente from cartera order by Id");
+    }
+    static void run(const QString& path, const char* sql) {
+        store::Database::open(path).execute(QString::fromUtf8(sql));
+    }
+
+    QTemporaryDir root;
+    QString company;
+    WorkingContext ctx;
+    ScriptedDialogs dialogs;
+};
+
+QStringList column(const QTableWidget* grid, int c) {
+    QStringList out;
+    for (int r = 0; r < grid->rowCount(); ++r) out << grid->item(r, c)->text();
+    return out;
+}
+
+template <class T>
+T* child(QWidget* form, const char* name) {
+    T* w = form->findChild<T*>(QLatin1String(name));
+    if (!w) qFatal("no child %s", name);
+    return w;
+}
+
+void show(QWidget& form) {
+    form.resize(1200, 640);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowActive(&form));
+}
+
+}  // namespace
+
+class FormCarteraRunTest : public QObject {
+    Q_OBJECT
+private slots:
+    void collectsAPartialAndAFullReceiptFromTheKeyboard();
+    void tooMuchIsRefusedAndTheFieldShowsWhatIsDue();
+    void aPaymentRunAndTheButtonsBetweenTheLists();
+    void refusesWithoutAnAccountOrInALockedMonth();
+    void escClosesAndF1OpensTheSidesPage();
+};
+
+void FormCarteraRunTest::collectsAPartialAndAFullReceiptFromTheKeyboard() {
+    Exercise x;
+    FormCarteraCobrar form(x.ctx, x.dialogs);
+    show(form);
+    QCOMPARE(form.objectName(), QStringLiteral("FormCarteraCobrar"));
+    QCOMPARE(form.windowTitle(), Missatge(x.ctx, 6706));
+    auto* open = form.openList();
+    auto* draft = form.draftList();
+    QCOMPARE(column(open, 0), (QStringList{"1", "2"}));
+    QCOMPARE(column(open, 4), (QStringList{"121,00", "50,00"}));
+    QCOMPARE(column(draft, 0), QStringList{});
+
+    // 21,00 of the first receipt, typed in the partial amount, Enter.
+    auto* amount = child<QLineEdit>(&form, "txtCobrar");
+    amount->setFocus();
+    amount->selectAll();
+    QTest::keyClicks(amount, QStringLiteral("21"));
+    QTest::keyClick(amount, Qt::Key_Return);
+    QCOMPARE(column(draft, 0), QStringList{"1"});
+    QCOMPARE(column(draft, 4), QStringList{"21,00"});
+    QCOMPARE(amount->text(), QStringLiteral("0,00"));
+    // The second, all that is due, by Enter on the open list.
+    QCOMPARE(column(open, 0), QStringList{"2"});
+    open->setFocus();
+    QTest::keyClick(open, Qt::Key_Return);
+    QCOMPARE(column(draft, 0), (QStringList{"1", "2"}));
+    QCOMPARE(child<QLineEdit>(&form, "txtTotal")->text(), QStringLiteral("71,00"));
+
+    auto* account = child<QComboBox>(&form, "cmbEntitats");
+    account->setCurrentIndex(account->findText(QStringLiteral("BANCO NORTE")));
+    child<QDateEdit>(&form, "FechaCobro")->setDate(QDate(2026, 3, 10));
+    QTest::mouseClick(child<QPushButton>(&form, "btnContabilizar"), Qt::LeftButton);
+    QCOMPARE(x.receipts(), (QStringList{"1|n|0|210000", "3|n|0|0"}));
+    QCOMPARE(
+        x.rows(
+            x.file("tesorer.mdb"),
+            "select data, entidad, cliente, FrasOut, concepto, D, H from movimientos order by Id"),
+        (QStringList{"2026-03-10|5|1|2|N/Fra. F-2|500000|0",
+                     "2026-03-10|5|1|1|N/Fra. F-1|210000|0"}));
+    QCOMPARE(
+        x.rows(x.file("FrasOUT.mdb"), "select Ordre, Cobrada, Marca from FrasOut order by Ordre"),
+        (QStringList{"1|0|-1", "2|-1|-1"}));
+    QCOMPARE(column(open, 4), QStringList{"100,00"});
+    QCOMPARE(draft->rowCount(), 0);
+    QCOMPARE(amount->text(), QStringLiteral("0"));
+    QVERIFY(x.dialogs.shown().empty());
+}
+
+void FormCarteraRunTest::tooMuchIsRefusedAndTheFieldShowsWhatIsDue() {
+    Exercise x;
+    FormCarteraCobrar form(x.ctx, x.dialogs);
+    show(form);
+    auto* amount = child<QLineEdit>(&form, "txtCobrar");
+    amount->setFocus();
+    amount->selectAll();
+    QTest::keyClicks(amount, QStringLiteral("130"));
+    QTest::keyClick(amount, Qt::Key_Return);
+    QCOMPARE(x.dialogs.shown().size(), std::size_t{1});
+    QCOMPARE(x.dialogs.shown()[0].text, Missatge(x.ctx, 6702));
+    QCOMPARE(amount->text(), QStringLiteral("121,00"));
+    QCOMPARE(form.draftList()->rowCount(), 0);
+    QCOMPARE(x.receipts().first(), QStringLiteral("1|n|0|0"));
+}
+
+void FormCarteraRunTest::aPaymentRunAndTheButtonsBetweenTheLists() {
+    Exercise x;
+    FormCarteraPagar form(x.ctx, x.dialogs);
+    show(form);
+    QCOMPARE(form.windowTitle(), Missatge(x.ctx, 6720));
+    QCOMPARE(column(form.openList(), 0), QStringList{"3"});
+    // A collection in its own draft stays there whatever this side does.
+    x.run(x.company + QStringLiteral("cartera.mdb"),
+          "update cartera set Borrador = 's', Temporal = Total where Id = 1");
+    form.tool(QStringLiteral("Passa_Tots"))->trigger();
+    QCOMPARE(column(form.draftList(), 0), QStringList{"3"});
+    form.tool(QStringLiteral("Buida_Borrador"))->trigger();
+    QCOMPARE(form.draftList()->rowCount(), 0);
+    QCOMPARE(x.receipts()[0], QStringLiteral("1|s|1210000|0"));
+    form.tool(QStringLiteral("Passa_Recibo"))->trigger();
+    form.draftList()->setFocus();
+    QTest::keyClick(form.draftList(), Qt::Key_Delete);
+    QCOMPARE(form.draftList()->rowCount(), 0);
+    form.tool(QStringLiteral("Passa_Recibo"))->trigger();
+
+    auto* account = child<QComboBox>(&form, "cmbEntitats");
+    account->setCurrentIndex(account->findText(QStringLiteral("BANCO NORTE")));
+    child<QDateEdit>(&form, "FechaPago")->setDate(QDate(2026, 4, 2));
+    QTest::mouseClick(child<QPushButton>(&form, "btnContabilizar"), Qt::LeftButton);
+    QCOMPARE(x.rows(x.file("tesorer.mdb"),
+                    "select data, entidad, proveedor, FrasIn, concepto, D, H from movimientos"),
+             QStringList{"2026-04-02|5|1|7|S/Fra. A-77|0|2420000"});
+    QCOMPARE(x.rows(x.file("FrasIN.mdb"), "select Pagada, Marca from FrasIN"),
+             QStringList{"-1|-1"});
+    QCOMPARE(form.openList()->rowCount(), 0);
+}
+
+void FormCarteraRunTest::refusesWithoutAnAccountOrInALockedMonth() {
+    Exercise x;
+    FormCarteraPagar form(x.ctx, x.dialogs);
+    show(form);
+    // An empty draft: the button does nothing.
+    QTest::mouseClick(child<QPushButton>(&form, "btnContabilizar"), Qt::LeftButton);
+    QVERIFY(x.dialogs.shown().empty());
+    form.tool(QStringLiteral("Passa_Recibo"))->trigger();
+    QTest::mouseClick(child<QPushButton>(&form, "btnContabilizar"), Qt::LeftButton);
+    QCOMPARE(x.dialogs.shown().back().text, Missatge(x.ctx, 6728));
+    auto* account = child<QComboBox>(&form, "cmbEntitats");
+    QCOMPARE(form.focusWidget(), account);
+    account->setCurrentIndex(0);
+    auto* date = child<QDateEdit>(&form, "FechaPago");
+    date->setDate(QDate(2026, 6, 1));
+    x.ctx.chkmesos[5] = 1;
+    QTest::mouseClick(child<QPushButton>(&form, "btnContabilizar"), Qt::LeftButton);
+    QCOMPARE(x.dialogs.shown().back().text, Missatge(x.ctx, 622));
+    QCOMPARE(form.focusWidget(), date);
+    QCOMPARE(x.rows(x.file("tesorer.mdb"), "select count(*) from movimientos"), QStringList{"0"});
+    QCOMPARE(form.draftList()->rowCount(), 1);
+    // The date keeps inside the exercise.
+    QCOMPARE(date->minimumDate(), QDate(2026, 1, 1));
+    QCOMPARE(date->maximumDate(), QDate(2026, 12, 31));
+}
+
+void FormCarteraRunTest::escClosesAndF1OpensTheSidesPage() {
+    Exercise x;
+    QStringList opened;
+    ui::setPageOpener([&](const QString& path) { opened << path; });
+    FormCarteraPagar form(x.ctx, x.dialogs);
+    QStringList statuses;
+    connect(&form, &FormCarteraRun::statusChanged, [&](const QString& t) { statuses << t; });
+    show(form);
+    QTest::keyClick(form.openList(), Qt::Key_F1);
+    QCOMPARE(opened, QStringList{x.ctx.resourcesDir + QStringLiteral("esp_help/10/10_3_2.html")});
+    QTest::keyClick(form.openList(), Qt::Key_Escape);
+    QCOMPARE(statuses, QStringList{QStringLiteral("Descargando ...")});
+    QVERIFY(!form.isVisible());
+    ui::setPageOpener({});
+}
+
+QTEST_MAIN(FormCarteraRunTest)
+#include "form_cartera_run_test.moc"
