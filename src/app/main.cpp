@@ -28,9 +28,45 @@ void reportFirstScreenAndQuit() {
     });
 }
 
+const QCommandLineOption& checkStartOption() {
+    static const QCommandLineOption option(
+        QStringLiteral("check-start"),
+        QStringLiteral("Start, print the name of the first screen shown, and leave."));
+    return option;
+}
+
+void describe(QCommandLineParser& options) {
+    options.setApplicationDescription(
+        QStringLiteral("Bookkeeping and billing for small businesses"));
+    options.addHelpOption();
+    options.addVersionOption();
+    options.addOption(checkStartOption());
+}
+
+// --help and --version answer without a display: a GUI application cannot even start where
+// there is none, as on a server or in a package build.
+bool asksOnlyForText(int argc, char* argv[]) {
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray arg(argv[i]);
+        if (arg == "-h" || arg == "--help" || arg == "--help-all" || arg == "-v" ||
+            arg == "--version")
+            return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    if (asksOnlyForText(argc, argv)) {
+        QCoreApplication app(argc, argv);
+        QCoreApplication::setApplicationName(tallora::programName());
+        QCoreApplication::setApplicationVersion(tallora::programVersion());
+        QCommandLineParser options;
+        describe(options);
+        options.process(app);  // prints and leaves
+        return 0;
+    }
     QApplication app(argc, argv);
     QApplication::setApplicationName(tallora::programName());
     QApplication::setApplicationVersion(tallora::programVersion());
@@ -38,14 +74,7 @@ int main(int argc, char* argv[]) {
     QApplication::setDesktopFileName(QStringLiteral("tallora5"));
 
     QCommandLineParser options;
-    options.setApplicationDescription(
-        QStringLiteral("Bookkeeping and billing for small businesses"));
-    options.addHelpOption();
-    options.addVersionOption();
-    const QCommandLineOption checkStart(
-        QStringLiteral("check-start"),
-        QStringLiteral("Start, print the name of the first screen shown, and leave."));
-    options.addOption(checkStart);
+    describe(options);
     options.process(app);
 
     // The screens come and go as the user moves on; the session says when the program ends.
@@ -55,6 +84,6 @@ int main(int argc, char* argv[]) {
     tallora::Session session(ctx, dialogs);
     QObject::connect(&session, &tallora::Session::finished, &app, &QApplication::quit);
     session.start();
-    if (options.isSet(checkStart)) reportFirstScreenAndQuit();
+    if (options.isSet(checkStartOption())) reportFirstScreenAndQuit();
     return app.exec();
 }

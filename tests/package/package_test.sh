@@ -51,16 +51,24 @@ fi
 export HOME="$work/home" XDG_CONFIG_HOME="$work/home/.config"
 mkdir -p "$HOME"
 cli="$root/usr/bin/tallora5-cli"
-"$cli" --help | grep -q 'Usage: tallora5-cli' || fail "installed tallora5-cli --help"
+# Outputs are taken whole before they are searched: grep -q would leave early, and the
+# writer's broken pipe would fail the pipeline now and then.
+help=$("$cli" --help) || fail "installed tallora5-cli --help"
+grep -q 'Usage: tallora5-cli' <<<"$help" || fail "installed tallora5-cli --help text"
 unit="$work/unit"
 mkdir -p "$unit"
 "$cli" --unit "$unit" --yes company-create --name 'Ferretería Sol' --nif B12345678 >/dev/null
 nif=$("$cli" --unit "$unit" companies | cut -f1)
 "$cli" --unit "$unit" --yes exercise-create "$nif" --year 2026 >/dev/null
 "$cli" --unit "$unit" exercise-open "$nif" 2026 >/dev/null
-"$cli" --unit "$unit" accounts "$nif" 2026 Compres | grep -q . || fail "no chart of accounts from the installed resources"
+accounts=$("$cli" --unit "$unit" accounts "$nif" 2026 Compres)
+[ -n "$accounts" ] || fail "no chart of accounts from the installed resources"
 
-# The installed program starts: the first settings on a first run, then the company list.
+# The installed program answers --version without a display, and starts: the first settings
+# on a first run, then the company list.
+version=$(env -u DISPLAY -u WAYLAND_DISPLAY QT_QPA_PLATFORM= "$root/usr/bin/tallora5" --version) ||
+    fail "installed tallora5 --version"
+grep -q 'Tallora 5' <<<"$version" || fail "installed tallora5 --version text"
 export QT_QPA_PLATFORM=offscreen
 first=$("$root/usr/bin/tallora5" --check-start) || fail "installed tallora5 did not start"
 [ "$first" = FormConfiguracio ] || fail "first run showed: $first"
