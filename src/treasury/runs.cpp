@@ -161,18 +161,28 @@ void Buida_Borrador(const WorkingContext& ctx, const RunSide& side) {
         .execute();
 }
 
-RunOutcome Contabilizar(const WorkingContext& ctx, Dialogs& dialogs, const RunSide& side,
-                        std::optional<std::int64_t> account, const QDate& date) {
-    if (draftReceipts(ctx, side).empty()) return {RunRefusal::EmptyDraft, {}};
+std::optional<RunRefusal> checkRun(const WorkingContext& ctx, Dialogs& dialogs, const RunSide& side,
+                                   std::optional<std::int64_t> account, const QDate& date) {
+    if (draftReceipts(ctx, side).empty()) return RunRefusal::EmptyDraft;
     if (!account) {
         dialogs.stop(Missatge(ctx, side.noAccount));
-        return {RunRefusal::NoAccount, {}};
+        return RunRefusal::NoAccount;
     }
     if (Mes_Bloquejat(ctx, date.month())) {
         dialogs.information(Missatge(ctx, 622));
-        return {RunRefusal::MonthLocked, {}};
+        return RunRefusal::MonthLocked;
     }
+    return std::nullopt;
+}
 
+RunOutcome Contabilizar(const WorkingContext& ctx, Dialogs& dialogs, const RunSide& side,
+                        std::optional<std::int64_t> account, const QDate& date) {
+    if (const auto refusal = checkRun(ctx, dialogs, side, account, date)) return {refusal, {}};
+    return {std::nullopt, postRun(ctx, side, *account, date)};
+}
+
+std::vector<Settlement> postRun(const WorkingContext& ctx, const RunSide& side,
+                                std::int64_t account, const QDate& date) {
     store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
     db.attach(ctx.companyFile(Cartera), QStringLiteral("cartera"));
     db.attach(ctx.exerciseFile(QString::fromLatin1(side.invoiceFile)), QStringLiteral("fras"));
@@ -198,7 +208,7 @@ RunOutcome Contabilizar(const WorkingContext& ctx, Dialogs& dialogs, const RunSi
     store::Statement keep = db.prepare(QStringLiteral(
         "update cartera.cartera set Borrador = 'n', Temporal = 0, Pendiente = ? where Id = ?"));
 
-    RunOutcome outcome;
+    std::vector<Settlement> settlements;
     while (draft.next()) {
         Settlement s;
         s.receipt = draft.int64(0);
@@ -207,7 +217,7 @@ RunOutcome Contabilizar(const WorkingContext& ctx, Dialogs& dialogs, const RunSi
         s.concepto = runConcept(side, draft.text(3));
         const Money nou = draft.money(5) + s.amount;
         movement.reset();
-        movement.bind(1, date).bind(2, *account).bind(3, draft.int64(1)).bind(4, ordre);
+        movement.bind(1, date).bind(2, account).bind(3, draft.int64(1)).bind(4, ordre);
         movement.bind(5, s.concepto);
         movement.bind(6, side.debit ? s.amount : Money{}).bind(7, side.debit ? Money{} : s.amount);
         movement.execute();
@@ -224,10 +234,10 @@ RunOutcome Contabilizar(const WorkingContext& ctx, Dialogs& dialogs, const RunSi
             keep.reset();
             keep.bind(1, nou).bind(2, s.receipt).execute();
         }
-        outcome.settlements.push_back(s);
+        settlements.push_back(s);
     }
     tx.commit();
-    return outcome;
+    return settlements;
 }
 
 }  // namespace tallora::treasury

@@ -106,5 +106,11 @@ struct RunOutcome {
 };
 RunOutcome Contabilizar(const WorkingContext& ctx, Dialogs& dialogs, const RunSide& side,
                         std::optional<std::int64_t> account, const QDate& date);
+// Its two halves, for a screen that shows its status between them: the checks with their
+// messages, then the run itself on an account that passed them.
+std::optional<RunRefusal> checkRun(const WorkingContext& ctx, Dialogs& dialogs, const RunSide& side,
+                                   std::optional<std::int64_t> account, const QDate& date);
+std::vector<Settlement> postRun(const WorkingContext& ctx, const RunSide& side,
+                                std::int64_t account, const QDate& date);
 
 }  // namespace tallora::treasury

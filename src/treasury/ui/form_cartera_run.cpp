@@ -365,14 +365,15 @@ void FormCarteraRun::Contabilizar() {
     if (DbGrid2_->rowCount() == 0) return;
     std::optional<std::int64_t> account;
     if (cmbEntitats_->currentIndex() >= 0) account = cmbEntitats_->currentData().toLongLong();
-    setStatus(Missatge(ctx_, 725));
     try {
-        const treasury::RunOutcome outcome =
-            treasury::Contabilizar(ctx_, dialogs_, side_, account, fecha_->date());
+        const auto refusal = treasury::checkRun(ctx_, dialogs_, side_, account, fecha_->date());
+        if (refusal == treasury::RunRefusal::NoAccount) cmbEntitats_->setFocus();
+        if (refusal == treasury::RunRefusal::MonthLocked) fecha_->setFocus();
+        if (refusal) return;
+        setStatus(Missatge(ctx_, 725));
+        treasury::postRun(ctx_, side_, *account, fecha_->date());
         setStatus(QString());
-        if (outcome.refusal == treasury::RunRefusal::NoAccount) cmbEntitats_->setFocus();
-        if (outcome.refusal == treasury::RunRefusal::MonthLocked) fecha_->setFocus();
-        if (!outcome.refusal) DbGrid1_->setFocus();
+        DbGrid1_->setFocus();
     } catch (const store::StoreError& e) {
         setStatus(QString());
         dialogs_.stop(e.message());

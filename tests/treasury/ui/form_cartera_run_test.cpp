@@ -115,6 +115,8 @@ private slots:
 void FormCarteraRunTest::collectsAPartialAndAFullReceiptFromTheKeyboard() {
     Exercise x;
     FormCarteraCobrar form(x.ctx, x.dialogs);
+    QStringList statuses;
+    connect(&form, &FormCarteraRun::statusChanged, [&](const QString& t) { statuses << t; });
     show(form);
     QCOMPARE(form.objectName(), QStringLiteral("FormCarteraCobrar"));
     QCOMPARE(form.windowTitle(), Missatge(x.ctx, 6706));
@@ -144,6 +146,7 @@ void FormCarteraRunTest::collectsAPartialAndAFullReceiptFromTheKeyboard() {
     account->setCurrentIndex(account->findText(QStringLiteral("BANCO NORTE")));
     child<QDateEdit>(&form, "FechaCobro")->setDate(QDate(2026, 3, 10));
     QTest::mouseClick(child<QPushButton>(&form, "btnContabilizar"), Qt::LeftButton);
+    QCOMPARE(statuses, (QStringList{Missatge(x.ctx, 725), QString()}));
     QCOMPARE(x.receipts(), (QStringList{"1|n|0|210000", "3|n|0|0"}));
     QCOMPARE(
         x.rows(
@@ -218,6 +221,7 @@ void FormCarteraRunTest::refusesWithoutAnAccountOrInALockedMonth() {
     form.tool(QStringLiteral("Passa_Recibo"))->trigger();
     QTest::mouseClick(child<QPushButton>(&form, "btnContabilizar"), Qt::LeftButton);
     QCOMPARE(x.dialogs.shown().back().text, Missatge(x.ctx, 6728));
+    QCOMPARE(form.statusText(), QString());  // nothing is being written
     auto* account = child<QComboBox>(&form, "cmbEntitats");
     QCOMPARE(form.focusWidget(), account);
     account->setCurrentIndex(0);
