@@ -27,6 +27,10 @@ QString Format_Import(const WorkingContext& ctx, Money value) {
     return value.format(importDecimals(ctx), ctx.decimalMark());
 }
 
+QString Format_Data(const QDate& date) {
+    return date.isValid() ? date.toString(QStringLiteral("dd/MM/yyyy")) : QString();
+}
+
 QString Format_Quantitat(const WorkingContext& ctx, double value) {
     return grouped(ctx, roundDouble(value, 3));
 }

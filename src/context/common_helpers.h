@@ -3,6 +3,7 @@
 // or a focused field behaves the same everywhere. They keep the names the screens know them by.
 #include "money.h"
 
+#include <QDate>
 #include <QString>
 
 #include <cstdint>
@@ -16,6 +17,8 @@ class WorkingContext;
 // thousands grouped; separators from Decimal; rounded half away from zero.
 QString Format_Import(const WorkingContext& ctx, double value);
 QString Format_Import(const WorkingContext& ctx, Money value);
+// A date for display, dd/mm/yyyy; empty for a date that is not there.
+QString Format_Data(const QDate& date);
 // A quantity for display, three decimals whatever the currency.
 QString Format_Quantitat(const WorkingContext& ctx, double value);
 

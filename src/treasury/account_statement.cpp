@@ -172,9 +172,7 @@ std::vector<StatementLine> Busca_Extracto(const WorkingContext& ctx,
             opening.saldo = Format_Import(ctx, openingBalance(ctx, entidad));
             lines.push_back(opening);
         }
-        const QDate d = st.date(1);
-        lines.push_back({st.int64(0),
-                         d.isValid() ? d.toString(QStringLiteral("dd/MM/yyyy")) : QString(),
+        lines.push_back({st.int64(0), Format_Data(st.date(1)),
                          st.isNull(2) ? QString() : st.text(2),
                          st.isNull(3) ? QString() : st.text(3), hiddenZero(ctx, st.money(4)),
                          hiddenZero(ctx, st.money(5)), Format_Import(ctx, st.money(6))});

@@ -184,11 +184,9 @@ std::vector<OtherRow> searchOtherMovements(const WorkingContext& ctx, const Othe
     };
     std::vector<OtherRow> rows;
     while (st.next()) {
-        const QDate d = st.date(1);
-        rows.push_back({st.int64(0),
-                        d.isValid() ? d.toString(QStringLiteral("dd/MM/yyyy")) : QString(),
-                        st.isNull(2) ? QString() : st.text(2), Format_Import(ctx, st.money(3)),
-                        side(st.int64(4), st.int64(5)), side(st.int64(6), st.int64(7))});
+        rows.push_back({st.int64(0), Format_Data(st.date(1)), st.isNull(2) ? QString() : st.text(2),
+                        Format_Import(ctx, st.money(3)), side(st.int64(4), st.int64(5)),
+                        side(st.int64(6), st.int64(7))});
     }
     return rows;
 }

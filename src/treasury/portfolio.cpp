@@ -15,11 +15,6 @@ namespace {
 using schema::db::Cartera;
 using schema::db::Gest;
 
-QString dateText(const store::Statement& st, int column) {
-    const QDate d = st.date(column);
-    return d.isValid() ? d.toString(QStringLiteral("dd/MM/yyyy")) : QString();
-}
-
 std::vector<Party> parties(const WorkingContext& ctx, const QString& sql) {
     store::Database db = store::Database::open(ctx.exerciseFile(Gest));
     store::Statement st = db.prepare(sql);
@@ -76,8 +71,8 @@ std::vector<Recibo> Llista_Recibos(const WorkingContext& ctx, const PortfolioFil
     while (st.next()) {
         Recibo r;
         r.id = st.int64(0);
-        r.data = dateText(st, 1);
-        r.vencimiento = dateText(st, 2);
+        r.data = Format_Data(st.date(1));
+        r.vencimiento = Format_Data(st.date(2));
         r.party = st.isNull(3) ? QString() : names.value(st.int64(3));
         r.factura = st.text(4);
         r.total = Format_Import(ctx, st.money(5));

@@ -47,11 +47,6 @@ namespace {
 using schema::db::Cartera;
 using schema::db::Tesorer;
 
-QString dateText(const store::Statement& st, int column) {
-    const QDate d = st.date(column);
-    return d.isValid() ? d.toString(QStringLiteral("dd/MM/yyyy")) : QString();
-}
-
 QString inOut(const RunSide& side) {
     return QString::fromLatin1(side.inOut);
 }
@@ -78,7 +73,7 @@ std::vector<RunRow> rows(const WorkingContext& ctx, const QString& sql, const Ru
     std::vector<RunRow> out;
     while (st.next()) {
         const Money total = st.money(3);
-        out.push_back({st.int64(0), dateText(st, 1), st.text(2), Format_Import(ctx, total),
+        out.push_back({st.int64(0), Format_Data(st.date(1)), st.text(2), Format_Import(ctx, total),
                        Format_Import(ctx, draft ? st.money(5) : total - st.money(4))});
     }
     return out;

@@ -9,6 +9,7 @@
 #include "schema/upgrades.h"
 #include "store/database.h"
 #include "treasury/ui/portfolio_model.h"
+#include "treasury_exercise.h"
 #include "widgets/obre_ajuda.h"
 
 #include <QAbstractItemModelTester>
@@ -32,22 +33,9 @@ using namespace tallora;
 namespace {
 
 // An exercise with treasury, two customers, two suppliers and five receipts.
-class Exercise {
+class Exercise : public testing::TreasuryExercise {
 public:
     Exercise() {
-        ctx.Unitat = root.path();
-        company = root.filePath(QStringLiteral("brenwick/LLibres/B1234567/"));
-        ctx.Directori = company + QStringLiteral("2026/");
-        QDir().mkpath(ctx.Directori);
-        ctx.Exercici = QStringLiteral("2026");
-        ctx.Moneda = QStringLiteral("Euros");
-        ctx.ModeExercici = QStringLiteral("FACTURES");
-        ctx.EmpresaNom = QStringLiteral("Comercial Brenwick S.L.");
-        ctx.programDir = root.filePath(QStringLiteral("program/"));
-        ctx.resourcesDir = QStringLiteral(TALLORA_SOURCE_DIR "/resources/");
-        schema::createExerciseDatabases(ctx.Directori);
-        schema::Actualitza_Bases(ctx);
-        ctx.Tesoreria = true;
         run(gest(),
             "insert into Clients (client, nom) values (1, 'Bar Centre'), "
             "(2, 'Ferretería Núñez S.A.')");
@@ -65,10 +53,6 @@ public:
     }
 
     QString gest() const { return ctx.Directori + schema::db::Gest; }
-    QString cartera() const { return company + schema::db::Cartera; }
-    static void run(const QString& path, const char* sql) {
-        store::Database::open(path).execute(QString::fromUtf8(sql));
-    }
     int count(const char* where) const {
         store::Database d = store::Database::open(cartera());
         store::Statement st =
@@ -77,10 +61,6 @@ public:
         return st.int32(0);
     }
 
-    QTemporaryDir root;
-    QString company;
-    WorkingContext ctx;
-    ScriptedDialogs dialogs;
     report::ReportJob job;
 };
 

@@ -8,7 +8,7 @@
 #include "schema/creation.h"
 #include "schema/upgrades.h"
 #include "store/database.h"
-#include "table_rows.h"
+#include "treasury_exercise.h"
 #include "widgets/obre_ajuda.h"
 
 #include <QAction>
@@ -27,22 +27,9 @@ namespace {
 
 // An exercise with treasury, the cash account and a bank, a customer with two sales to
 // collect (121,00 and 50,00) and a supplier with a purchase to pay (242,00).
-class Exercise {
+class Exercise : public testing::TreasuryExercise {
 public:
     Exercise() {
-        ctx.Unitat = root.path();
-        company = root.filePath(QStringLiteral("brenwick/LLibres/B1234567/"));
-        ctx.Directori = company + QStringLiteral("2026/");
-        QDir().mkpath(ctx.Directori);
-        ctx.Exercici = QStringLiteral("2026");
-        ctx.Moneda = QStringLiteral("Euros");
-        ctx.ModeExercici = QStringLiteral("FACTURES");
-        ctx.EmpresaNom = QStringLiteral("Comercial Brenwick S.L.");
-        ctx.programDir = root.filePath(QStringLiteral("program/"));
-        ctx.resourcesDir = QStringLiteral(TALLORA_SOURCE_DIR "/resources/");
-        schema::createExerciseDatabases(ctx.Directori);
-        schema::Actualitza_Bases(ctx);
-        ctx.Tesoreria = true;
         run(file("gest.mdb"), "insert into Clients (client, nom) values (1, 'Bar Centre')");
         run(file("gest.mdb"),
             "insert into Proveidors (proveidor, nom) values (1, 'Olis del Camp')");
@@ -55,7 +42,7 @@ public:
         run(file("FrasIN.mdb"),
             "insert into FrasIN (Ordre, data, Proveidor, NomProveidor, TOTAL, descripcio, Pagada, "
             "Marca) values (7, '2026-03-01', 1, 'Olis del Camp', 2420000, 'A-77', 0, 0)");
-        run(company + QStringLiteral("cartera.mdb"),
+        run(cartera(),
             "insert into cartera (Id, data, cliente, proveedor, In_Out, Ejercicio, Factura, Total, "
             "Pendiente, FrasOut, FrasIn) values "
             "(1, '2026-02-01', 1, 0, 'Out', '2026', 'F-1', 1210000, 0, 1, 0), "
@@ -63,22 +50,9 @@ public:
             "(3, '2026-03-01', 0, 1, 'In', '2026', 'A-77', 2420000, 0, 0, 7)");
     }
 
-    QString file(const char* name) const { return ctx.Directori + QLatin1String(name); }
-    QStringList rows(const QString& path, const char* sql) const {
-        return testing::tableRows(path, QString::fromUtf8(sql));
-    }
     QStringList receipts() const {
-        return rows(company + QStringLiteral("cartera.mdb"),
-                    "select Id, Borrador, Temporal, Pendiente from cartera order by Id");
+        return rows(cartera(), "select Id, Borrador, Temporal, Pendiente from cartera order by Id");
     }
-    static void run(const QString& path, const char* sql) {
-        store::Database::open(path).execute(QString::fromUtf8(sql));
-    }
-
-    QTemporaryDir root;
-    QString company;
-    WorkingContext ctx;
-    ScriptedDialogs dialogs;
 };
 
 QStringList column(const QTableWidget* grid, int c) {
@@ -186,8 +160,7 @@ void FormCarteraRunTest::aPaymentRunAndTheButtonsBetweenTheLists() {
     QCOMPARE(form.windowTitle(), Missatge(x.ctx, 6720));
     QCOMPARE(column(form.openList(), 0), QStringList{"3"});
     // A collection in its own draft stays there whatever this side does.
-    x.run(x.company + QStringLiteral("cartera.mdb"),
-          "update cartera set Borrador = 's', Temporal = Total where Id = 1");
+    x.run(x.cartera(), "update cartera set Borrador = 's', Temporal = Total where Id = 1");
     form.tool(QStringLiteral("Passa_Tots"))->trigger();
     QCOMPARE(column(form.draftList(), 0), QStringList{"3"});
     form.tool(QStringLiteral("Buida_Borrador"))->trigger();
