@@ -23,9 +23,10 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "https://tallora.invalid/")
-# The libraries the binaries link are found by dpkg-shlibdeps; what Qt loads at run time is
-# named here: the SQLite driver, the X11 platform plugin, Qt's own Spanish and Catalan
-# translations of its buttons, and the opener of the help pages in the desktop's browser.
+# The libraries the binaries link are found by dpkg-shlibdeps (which needs dpkg-dev and
+# file); what the program loads or calls at run time is named here: Qt's own Spanish and
+# Catalan translations of its buttons, and the opener of the help pages in the desktop's
+# browser. The X11 platform plugin comes with libqt6gui6.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6sql6-sqlite, qt6-qpa-plugins, qt6-translations-l10n, xdg-utils")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-translations-l10n, xdg-utils")
 include(CPack)

@@ -33,7 +33,7 @@ if grep -E 'test|bench|screenshots|tallora5-icons|\.a$' <<<"$contents" | grep -v
 fi
 
 depends=$(dpkg-deb -f "$deb" Depends)
-for d in libqt6sql6-sqlite qt6-qpa-plugins qt6-translations-l10n xdg-utils libqt6widgets6 libc6; do
+for d in qt6-translations-l10n xdg-utils libqt6widgets6 libsqlite3-0 libc6; do
     grep -q "$d" <<<"$depends" || fail "Depends lacks $d: $depends"
 done
 [ "$(dpkg-deb -f "$deb" Package)" = tallora5 ] || fail "package name"
