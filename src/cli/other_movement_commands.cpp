@@ -1,5 +1,6 @@
 // Other movements: the entry screen and its inquiry from the command line.
 #include "commands.h"
+#include "context/common_helpers.h"
 #include "context/messages.h"
 #include "context/month_lock.h"
 #include "context/working_context.h"
@@ -91,8 +92,7 @@ int post(Session& s, const CliOptions& o, std::optional<QString> number) {
         if (!loaded) return noSuchRecord(s, QStringLiteral("other movement"), *number);
         e = *loaded;
     } else {
-        const QDate today = QDate::currentDate();
-        e.data = QDate(w.year.toInt(), today.month(), std::min(today.day(), 28));
+        e.data = exerciseDay(w.year.toInt(), QDate::currentDate());
     }
     if (!takeFields(s, o, sides, e)) return kRefused;
     EntryDialogs faults(s.dialogs);

@@ -20,9 +20,7 @@ namespace {
 // The date fields of these screens: bounded to the exercise, today's day and month by default.
 QDate exerciseDate(const ExerciseWords& w, const CliOptions& o, const QString& option) {
     const int year = w.year.toInt();
-    const QDate today = QDate::currentDate();
-    QDate fallback(year, today.month(), today.day());
-    if (!fallback.isValid()) fallback = QDate(year, today.month(), 28);  // 29 February
+    const QDate fallback = exerciseDay(year, QDate::currentDate());
     const QDate date = dateOption(o, option, fallback);
     if (date.year() != year)
         throw UsageError{QStringLiteral("--%1: %2 is outside the exercise %3")
@@ -64,8 +62,13 @@ void printRows(Session& s, const std::vector<treasury::RunRow>& rows) {
 int run(Session& s, const CliOptions& o, const treasury::RunSide& side) {
     const ExerciseWords w = exerciseWords(o);
     std::vector<ReceiptWord> receipts;
-    for (qsizetype i = 2; i < o.arguments.size(); ++i)
+    QStringList named;
+    for (qsizetype i = 2; i < o.arguments.size(); ++i) {
         receipts.push_back(receiptWord(o.arguments[i]));
+        if (named.contains(receipts.back().id))
+            throw UsageError{QStringLiteral("receipt %1 is named twice").arg(receipts.back().id)};
+        named << receipts.back().id;
+    }
     const QString account = o.given(QStringLiteral("account"))
                                 ? numberArgument(o.value(QStringLiteral("account")))
                                 : QString();
@@ -76,21 +79,33 @@ int run(Session& s, const CliOptions& o, const treasury::RunSide& side) {
     if (!account.isEmpty() && !(entitat = treasuryAccount(s, account))) return kRefused;
 
     // Each receipt given goes to the draft as the screen's arrow puts it there; the run then
-    // settles the whole draft, what the screens left in it included.
+    // settles the whole draft, what the screens left in it included. A refused command takes
+    // its own receipts back out, so that nothing it named waits in the draft to be paid later.
+    std::vector<std::int64_t> passed;
+    const auto takeBack = [&] {
+        for (std::int64_t id : passed) treasury::Treu_Recibo(s.ctx, id);
+    };
     const auto open = treasury::openReceipts(s.ctx, side);
     for (const ReceiptWord& r : receipts) {
         const std::int64_t id = r.id.toLongLong();
         if (std::none_of(open.begin(), open.end(),
-                         [&](const treasury::RunRow& row) { return row.id == id; }))
+                         [&](const treasury::RunRow& row) { return row.id == id; })) {
+            takeBack();
             return s.refuse(QStringLiteral("no open receipt %1 to %2")
                                 .arg(r.id, side.debit ? "collect" : "pay"));
-        const auto passed =
+        }
+        const auto moved =
             treasury::Passa_Recibo(s.ctx, s.dialogs, side, id,
                                    r.amount.isEmpty() ? QString() : fieldAmount(s.ctx, r.amount));
-        if (!passed || !passed->moved) return s.finish(false);
+        if (!moved || !moved->moved) {
+            takeBack();
+            return s.finish(false);
+        }
+        passed.push_back(id);
     }
     const treasury::RunOutcome outcome =
         treasury::Contabilizar(s.ctx, s.dialogs, side, entitat, date);
+    if (outcome.refusal) takeBack();
     if (outcome.refusal == treasury::RunRefusal::EmptyDraft)
         return s.refuse(QStringLiteral("the draft is empty: name the receipts to settle"));
     for (const treasury::Settlement& st : outcome.settlements)
@@ -111,13 +126,6 @@ void printStatement(Session& s, const std::vector<treasury::StatementLine>& line
         s.out << (l.id ? QString::number(*l.id) : QString()) << '\t' << l.data << '\t' << l.concepto
               << '\t' << l.contrapartida << '\t' << l.debe << '\t' << l.haber << '\t' << l.saldo
               << '\n';
-}
-
-// The movement as the statement shows it, for the questions that name it.
-std::optional<treasury::StatementLine> statementLine(Session& s, std::int64_t id) {
-    for (const auto& l : treasury::Busca_Extracto(s.ctx, std::nullopt, {}, {}))
-        if (l.id == id) return l;
-    return std::nullopt;
 }
 
 }  // namespace
@@ -161,7 +169,7 @@ int movementRemoveCommand(Session& s, const CliOptions& o) {
     const ExerciseWords w = exerciseWords(o);
     const QString number = numberArgument(o.arguments[2]);
     if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
-    const auto line = statementLine(s, number.toLongLong());
+    const auto line = treasury::movementLine(s.ctx, number.toLongLong());
     if (!line) return noSuchRecord(s, QStringLiteral("movement"), number);
     if (s.dialogs.yesNo(Missatge(s.ctx, 815) + '\n' + treasury::movementLines(*line)) !=
         Dialogs::Answer::Yes)
@@ -174,7 +182,7 @@ int returnReceiptCommand(Session& s, const CliOptions& o) {
     const QString number = numberArgument(o.arguments[2]);
     const QDate date = exerciseDate(w, o, QStringLiteral("date"));
     if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
-    const auto line = statementLine(s, number.toLongLong());
+    const auto line = treasury::movementLine(s.ctx, number.toLongLong());
     if (!line) return noSuchRecord(s, QStringLiteral("movement"), number);
     if (s.dialogs.yesNo(Missatge(s.ctx, 6987) + '\n' + treasury::movementLines(*line)) !=
         Dialogs::Answer::Yes)

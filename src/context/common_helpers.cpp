@@ -31,6 +31,11 @@ QString Format_Data(const QDate& date) {
     return date.isValid() ? date.toString(QStringLiteral("dd/MM/yyyy")) : QString();
 }
 
+QDate exerciseDay(int year, const QDate& today) {
+    const QDate same(year, today.month(), today.day());
+    return same.isValid() ? same : QDate(year, today.month(), 28);
+}
+
 QString Format_Quantitat(const WorkingContext& ctx, double value) {
     return grouped(ctx, roundDouble(value, 3));
 }

@@ -19,6 +19,9 @@ QString Format_Import(const WorkingContext& ctx, double value);
 QString Format_Import(const WorkingContext& ctx, Money value);
 // A date for display, dd/mm/yyyy; empty for a date that is not there.
 QString Format_Data(const QDate& date);
+// Today's day and month in the exercise's year, the default of the screens' date fields;
+// 29 February in a year without it becomes the 28th.
+QDate exerciseDay(int year, const QDate& today);
 // A quantity for display, three decimals whatever the currency.
 QString Format_Quantitat(const WorkingContext& ctx, double value);
 

@@ -4,6 +4,7 @@
 #include "context/common_helpers.h"
 #include "context/messages.h"
 #include "context/working_context.h"
+#include "names_by_id.h"
 #include "schema/creation.h"
 #include "schema/inquiry_filter.h"
 #include "schema/lookups.h"
@@ -21,18 +22,6 @@ using schema::db::Cartera;
 using schema::db::Tesorer;
 
 using Names = QHash<std::int64_t, QString>;
-
-Names names(const WorkingContext& ctx, const QString& file, const QString& sql) {
-    store::Database db = store::Database::open(ctx.exerciseFile(file));
-    store::Statement st = db.prepare(sql);
-    Names out;
-    while (st.next()) out.insert(st.int64(0), st.isNull(1) ? QString() : st.text(1));
-    return out;
-}
-
-QString sqlDate(const QDate& d) {
-    return store::quoteLiteral(d.toString(Qt::ISODate));
-}
 
 // D and H hide a zero by their text: an amount below one shows blank too, as it always did.
 QString hiddenZero(const WorkingContext& ctx, Money amount) {
@@ -85,24 +74,51 @@ void unsettle(store::Database& db, const schema::MoneySide& side, std::int64_t o
 
 }  // namespace
 
+namespace {
+
+// A movement as the statement reads it; the counterpart's columns start at 6.
+const QString kMovement = QStringLiteral(
+    "select m.Id, m.data, m.concepto, m.entidad, m.D, m.H, m.cliente, m.proveedor, m.Otros, "
+    "(select cta_entra_otra from otros_movimientos where Asiento = m.Otros limit 1), "
+    "(select cta_sale_otra from otros_movimientos where Asiento = m.Otros limit 1) "
+    "from movimientos m");
+
+// The names of every counterpart, read once.
+struct Counterparts {
+    explicit Counterparts(const WorkingContext& ctx)
+        : clients(
+              namesById(ctx, schema::db::Gest, QStringLiteral("select Client, nom from Clients"))),
+          suppliers(namesById(ctx, schema::db::Gest,
+                              QStringLiteral("select Proveidor, nom from Proveidors"))),
+          others(namesById(ctx, schema::db::Comptes,
+                           QStringLiteral("select Compte, NomCompte from Otras"))) {}
+
+    // The customer, else the supplier, else the other account an other movement enters,
+    // else the one it leaves; blank for a transfer between treasury accounts.
+    QString of(const store::Statement& st) const {
+        const auto number = [&](int column) { return st.isNull(column) ? 0 : st.int64(column); };
+        if (number(6) != 0) return clients.value(number(6));
+        if (number(7) != 0) return suppliers.value(number(7));
+        if (number(8) == 0) return {};
+        if (number(9) != 0) return others.value(number(9));
+        if (number(10) != 0) return others.value(number(10));
+        return {};
+    }
+
+    Names clients, suppliers, others;
+};
+
+}  // namespace
+
 void Construeix_Extracto(const WorkingContext& ctx, std::optional<std::int64_t> entidad) {
     schema::prepareStatementTable(ctx);
     Money saldo = openingBalance(ctx, entidad);
-    const Names clients =
-        names(ctx, schema::db::Gest, QStringLiteral("select Client, nom from Clients"));
-    const Names suppliers =
-        names(ctx, schema::db::Gest, QStringLiteral("select Proveidor, nom from Proveidors"));
-    const Names others =
-        names(ctx, schema::db::Comptes, QStringLiteral("select Compte, NomCompte from Otras"));
+    const Counterparts names(ctx);
 
     store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
     store::Transaction tx(db, store::Transaction::Kind::Immediate);
     db.execute(QStringLiteral("delete from movimientos_extracto"));
-    QString sql = QStringLiteral(
-        "select m.Id, m.data, m.concepto, m.entidad, m.D, m.H, m.cliente, m.proveedor, m.Otros, "
-        "(select cta_entra_otra from otros_movimientos where Asiento = m.Otros limit 1), "
-        "(select cta_sale_otra from otros_movimientos where Asiento = m.Otros limit 1) "
-        "from movimientos m");
+    QString sql = kMovement;
     if (entidad) sql += QStringLiteral(" where m.entidad = ?");
     sql += QStringLiteral(" order by m.data asc, m.Id asc");
     store::Statement st = db.prepare(sql);
@@ -111,19 +127,6 @@ void Construeix_Extracto(const WorkingContext& ctx, std::optional<std::int64_t> 
         "insert into movimientos_extracto (Id, data, concepto, contrapartida, entidad, D, H, S) "
         "values (?, ?, ?, ?, ?, ?, ?, ?)"));
     while (st.next()) {
-        QString contrapartida;
-        if (st.int64(6) != 0)
-            contrapartida = clients.value(st.int64(6));
-        else if (st.int64(7) != 0)
-            contrapartida = suppliers.value(st.int64(7));
-        else if (st.int64(8) != 0) {
-            const std::int64_t entra = st.isNull(9) ? 0 : st.int64(9);
-            const std::int64_t sale = st.isNull(10) ? 0 : st.int64(10);
-            if (entra != 0)
-                contrapartida = others.value(entra);
-            else if (sale != 0)
-                contrapartida = others.value(sale);
-        }
         const Money d = st.money(4), h = st.money(5);
         saldo += d - h;
         insert.reset();
@@ -133,31 +136,34 @@ void Construeix_Extracto(const WorkingContext& ctx, std::optional<std::int64_t> 
         else
             insert.bind(2, st.date(1));
         insert.bind(3, st.isNull(2) ? QString() : st.text(2));
-        insert.bind(4, contrapartida).bind(5, st.int64(3)).bind(6, d).bind(7, h).bind(8, saldo);
+        insert.bind(4, names.of(st)).bind(5, st.int64(3)).bind(6, d).bind(7, h).bind(8, saldo);
         insert.execute();
     }
     tx.commit();
+}
+
+std::optional<StatementLine> movementLine(const WorkingContext& ctx, std::int64_t id) {
+    const Counterparts names(ctx);
+    store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
+    store::Statement st = db.prepare(kMovement + QStringLiteral(" where m.Id = ?"));
+    st.bind(1, id);
+    if (!st.next()) return std::nullopt;
+    return StatementLine{
+        id,           Format_Data(st.date(1)),      st.isNull(2) ? QString() : st.text(2),
+        names.of(st), hiddenZero(ctx, st.money(4)), hiddenZero(ctx, st.money(5)),
+        QString()};
 }
 
 std::vector<StatementLine> Busca_Extracto(const WorkingContext& ctx,
                                           std::optional<std::int64_t> entidad, const QDate& from,
                                           const QDate& to) {
     Construeix_Extracto(ctx, entidad);
-    const int year = ctx.Exercici.toInt();
-    const bool fromSet = from.isValid() && from != QDate(year, 1, 1);
-    const bool toSet = to.isValid() && to != QDate(year, 12, 31);
     QStringList conditions;
     if (entidad) conditions << QStringLiteral("entidad = %1").arg(*entidad);
-    if (fromSet && toSet)
-        conditions << QStringLiteral("data between %1 And %2").arg(sqlDate(from), sqlDate(to));
-    else if (fromSet)
-        conditions << QStringLiteral("data >= %1").arg(sqlDate(from));
-    else if (toSet)
-        conditions << QStringLiteral("data <= %1").arg(sqlDate(to));
-    QString view = QStringLiteral("select * from movimientos_extracto ");
-    if (!conditions.isEmpty())
-        view += QStringLiteral(" where ") + conditions.join(QStringLiteral(" And "));
-    view += QStringLiteral(" order by data asc, Id asc");
+    schema::appendDateAmount(conditions, ctx, {from, to, {}, {}});
+    const QString view = QStringLiteral("select * from movimientos_extracto") +
+                         schema::whereClause(conditions) +
+                         QStringLiteral(" order by data asc, Id asc");
 
     store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
     store::createQuery(db, QStringLiteral("Selmovimientos_extracto"), view);

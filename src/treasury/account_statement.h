@@ -44,6 +44,10 @@ std::vector<StatementLine> Busca_Extracto(const WorkingContext& ctx,
                                           std::optional<std::int64_t> entidad, const QDate& from,
                                           const QDate& to);
 
+// One movement as a line of the grid, without its balance: what the questions of Esborrar
+// and btnDevolucion name. Nothing when no movement has the Id.
+std::optional<StatementLine> movementLine(const WorkingContext& ctx, std::int64_t id);
+
 // Esborrar: the movement and what goes with it, by its origin. For an invoice: the invoice
 // is no longer settled, its receipts go, every movement of the invoice goes (all its partial
 // settlements), and then the invoice may be put back in the portfolio (AddCartera with its

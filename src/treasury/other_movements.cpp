@@ -5,6 +5,7 @@
 #include "context/messages.h"
 #include "context/month_lock.h"
 #include "context/working_context.h"
+#include "names_by_id.h"
 #include "schema/creation.h"
 #include "store/database.h"
 #include "store/schema_objects.h"
@@ -24,13 +25,6 @@ std::vector<AccountItem> items(const WorkingContext& ctx, const QString& file, c
     while (st.next()) out.push_back({st.int64(0), st.isNull(1) ? QString() : st.text(1).toUpper()});
     return out;
 }
-
-QHash<std::int64_t, QString> byId(const std::vector<AccountItem>& list) {
-    QHash<std::int64_t, QString> names;
-    for (const AccountItem& a : list) names.insert(a.id, a.name);
-    return names;
-}
-
 
 void insertMovement(store::Database& db, const OtherMovement& e, std::int64_t asiento,
                     std::int64_t entidad, std::int64_t cuenta, Money d, Money h) {
@@ -83,7 +77,7 @@ OtherPosting postOtherMovement(const WorkingContext& ctx, Dialogs& dialogs, Othe
         return {OtherField::SaleTesoreria};
     }
     if (e.entraTesoreria == 0 && e.entraOtra == 0) {
-        dialogs.stop(Missatge(ctx, 6731));
+        dialogs.information(Missatge(ctx, 6731));
         return {OtherField::EntraTesoreria};
     }
     if (e.concepto.trimmed().isEmpty()) {
@@ -95,10 +89,7 @@ OtherPosting postOtherMovement(const WorkingContext& ctx, Dialogs& dialogs, Othe
         dialogs.information(Missatge(ctx, 6732));
         return {OtherField::Importe};
     }
-    if (Mes_Bloquejat(ctx, e.data.month())) {
-        dialogs.information(Missatge(ctx, 622));
-        return {OtherField::Fecha};
-    }
+    if (!Verifica_Mes(ctx, dialogs, e.data.month())) return {OtherField::Fecha};
     Neteja_Text(e.concepto);
 
     store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
@@ -171,15 +162,17 @@ std::vector<OtherRow> searchOtherMovements(const WorkingContext& ctx, const Othe
                         schema::whereClause(conditions) +
                         QStringLiteral(" order by data asc, Asiento asc");
 
-    const QHash<std::int64_t, QString> treasury = byId(treasuryAccountItems(ctx));
-    const QHash<std::int64_t, QString> others = byId(otherAccountItems(ctx));
+    // The names as stored, as the look-ups give them; only the entry screen's lists shout.
+    const QHash<std::int64_t, QString> treasury =
+        namesById(ctx, Tesorer, QStringLiteral("select Id, entidad from entidades"));
+    const QHash<std::int64_t, QString> others =
+        namesById(ctx, Comptes, QStringLiteral("select Compte, NomCompte from Otras"));
     store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
     store::createQuery(db, QStringLiteral("SelOtros_movimientos"), sql);
     store::Statement st = db.prepare(QStringLiteral(
         "select asiento, data, concepto, Importe, cta_entra_tesoreria, cta_entra_otra, "
         "cta_sale_tesoreria, cta_sale_otra from SelOtros_movimientos"));
     const auto side = [&](std::int64_t tes, std::int64_t otra) {
-        // Names in upper case, as the accounts' combos show them.
         return tes != 0 ? treasury.value(tes) : otra != 0 ? others.value(otra) : QString();
     };
     std::vector<OtherRow> rows;

@@ -119,7 +119,9 @@ std::optional<PassResult> Passa_Recibo(const WorkingContext& ctx, Dialogs& dialo
         resta = st.money(0) - st.money(1);
     }
     // The field takes digits and the decimal mark only; what cannot be read counts as blank.
-    const Money amount = Money::parse(typed.trimmed(), QChar(ctx.Decimal)).value_or(Money{});
+    Money amount = Money::parse(typed.trimmed(), QChar(ctx.Decimal)).value_or(Money{});
+    // The field's amount as it shows it, to the cent, is what is compared and drafted.
+    amount = Money::parse(Format_Import(ctx, amount), QChar(ctx.Decimal)).value_or(amount);
     if (amount > Money{}) {
         if (amount > resta) {
             dialogs.stop(Missatge(ctx, side.excess));
@@ -163,10 +165,7 @@ std::optional<RunRefusal> checkRun(const WorkingContext& ctx, Dialogs& dialogs, 
         dialogs.stop(Missatge(ctx, side.noAccount));
         return RunRefusal::NoAccount;
     }
-    if (Mes_Bloquejat(ctx, date.month())) {
-        dialogs.information(Missatge(ctx, 622));
-        return RunRefusal::MonthLocked;
-    }
+    if (!Verifica_Mes(ctx, dialogs, date.month())) return RunRefusal::MonthLocked;
     return std::nullopt;
 }
 

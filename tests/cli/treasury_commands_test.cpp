@@ -83,8 +83,17 @@ TEST_F(cliTreasury, MoreThanIsDueIsRefusedAndNothingIsWritten) {
     const Result noAccount = run({"payment-run", K, Y, "1"});
     EXPECT_NE(noAccount.code, 0);
     EXPECT_TRUE(noAccount.err.contains(msg(6728))) << noAccount;
-    // The receipt stayed in the draft the refusal left it in; --empty takes it out.
+    // A refused command takes its receipts back out of the draft: none waits to be paid.
+    EXPECT_EQ(run({"draft", K, Y, "payments"}).out, msg(6726) + "\t0\n");
+    // One the screen left in the draft goes with the next run; --empty takes it out first.
+    ASSERT_EQ(run({"payment-run", K, Y, "2", "--account", "2", "--date", "01/03/2026"}).code, 0);
+    store::Database::open(company(K) + "cartera.mdb")
+        .execute("update cartera set Borrador = 's', Temporal = Total where Id = 1");
+    EXPECT_EQ(run({"draft", K, Y, "payments"}).out,
+              "1\t01/02/2026\tA-1\t100,00\t100,00\n" + msg(6726) + "\t100,00\n");
     EXPECT_EQ(run({"draft", K, Y, "payments", "--empty"}).out, msg(6726) + "\t0\n");
+    // A receipt named twice is a usage error.
+    EXPECT_EQ(run({"payment-run", K, Y, "1", "1", "--account", "2"}).code, 2);
 }
 
 TEST_F(cliTreasury, AReturnedCollectionComesBackToThePortfolio) {
@@ -123,8 +132,8 @@ TEST_F(cliTreasury, OtherMovementsAddChangeListAndRemove) {
     EXPECT_EQ(r.out, "2\n");
     r = run({"other-movements", K, Y});
     EXPECT_EQ(r.out,
-              "1\t05/03/2026\tRetirada\t300,00\tCAJA EFECTIVO\tBANCO NORTE\n"
-              "2\t06/03/2026\tCuota\t150,50\tPRÉSTAMO BBV\tBANCO NORTE\n");
+              "1\t05/03/2026\tRetirada\t300,00\tCaja efectivo\tBanco Norte\n"
+              "2\t06/03/2026\tCuota\t150,50\tPréstamo BBV\tBanco Norte\n");
     EXPECT_EQ(run({"other-movements", K, Y, "--account", loanNumber}).out.count('\n'), 1);
     EXPECT_EQ(run({"other-movements", K, Y, "--amount", "200", "--operator", ">="}).out.count('\n'),
               1);

@@ -93,6 +93,29 @@ TEST_F(Statement, TheBalanceRunsFromTheOpeningBalanceAndHidesZeroAmounts) {
                            QStringLiteral("%1|01/02/2026|Venta mostrador||20,00||119,50").arg(a)}));
 }
 
+TEST_F(Statement, HalfAEuroComingInMovesTheBalanceWithABlankCell) {
+    const auto m = movement("2026-01-15", 1, "Redondeo", 5000, 0);
+    EXPECT_EQ(lines(1), (QStringList{"-||Saldo Inicial...||||100,00",
+                                     QStringLiteral("%1|15/01/2026|Redondeo||||100,50").arg(m)}));
+}
+
+TEST_F(Statement, DeletingAnOtherMovementTakesBothItsMovements) {
+    OtherMovement e;
+    e.data = QDate(2026, 3, 15);
+    e.concepto = "Traspaso";
+    e.importe = "10";
+    e.saleTesoreria = 2;
+    e.entraTesoreria = 1;
+    postOtherMovement(f.ctx, dialogs, e);
+    ASSERT_EQ(rows(tesorer(), "select count(*) from movimientos"), QStringList{"2"});
+    const QString first = rows(tesorer(), "select min(Id) from movimientos").first();
+    EXPECT_TRUE(deleteMovement(f.ctx, dialogs, first.toLongLong()));
+    EXPECT_EQ(rows(tesorer(), "select count(*) from movimientos"), QStringList{"0"});
+    EXPECT_EQ(rows(tesorer(), "select count(*) from otros_movimientos"), QStringList{"0"});
+    // The line the questions name.
+    EXPECT_FALSE(movementLine(f.ctx, first.toLongLong()));
+}
+
 TEST_F(Statement, AFilterFromALaterDateKeepsTheEarlierMovementsInTheBalance) {
     movement("2026-01-15", 1, "Gasolina", 0, 100000);
     const auto b = movement("2026-03-01", 1, "Cobro", 300000, 0);
@@ -214,6 +237,11 @@ TEST_F(Statement, AMovementOfNoInvoiceIsNotReturned) {
     const auto m = movement("2026-01-05", 1, "Venta", 10000, 0);
     EXPECT_FALSE(returnReceipt(f.ctx, m, QDate(2026, 1, 6)));
     EXPECT_EQ(rows(tesorer(), "select count(*) from movimientos"), QStringList{"1"});
+    const auto shown = movementLine(f.ctx, m);
+    ASSERT_TRUE(shown);
+    EXPECT_EQ(shown->data, "05/01/2026");
+    EXPECT_EQ(shown->debe, "1,00");
+    EXPECT_EQ(shown->haber, "");
     StatementLine line{m, "05/01/2026", "Venta", "Bar", "", "", ""};
     EXPECT_EQ(movementLines(line), QStringLiteral("ID: %1\nDe: Bar\nConcep: Venta").arg(m));
 }

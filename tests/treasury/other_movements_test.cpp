@@ -93,9 +93,9 @@ TEST_F(OtherMovements, TheChecksComeInTheirOrderWithTheirMessages) {
     e.importe = "10";
     f.ctx.chkmesos[2] = 1;
     EXPECT_EQ(postOtherMovement(f.ctx, dialogs, e).refused, OtherField::Fecha);
-    EXPECT_EQ(shown(), (QStringList{"S:" + Missatge(f.ctx, 6730), "S:" + Missatge(f.ctx, 6731),
+    EXPECT_EQ(shown(), (QStringList{"S:" + Missatge(f.ctx, 6730), "I:" + Missatge(f.ctx, 6731),
                                     "I:" + Missatge(f.ctx, 6733), "I:" + Missatge(f.ctx, 6732),
-                                    "I:" + Missatge(f.ctx, 6732), "I:" + Missatge(f.ctx, 622)}));
+                                    "I:" + Missatge(f.ctx, 6732), "S:" + Missatge(f.ctx, 622)}));
     EXPECT_TRUE(entries().isEmpty());
 }
 
@@ -145,8 +145,8 @@ TEST_F(OtherMovements, TheInquiryFiltersByDateAmountAndAccount) {
     auto found = searchOtherMovements(f.ctx, all);
     ASSERT_EQ(found.size(), 3u);
     EXPECT_EQ(found[0].concepto, "Día 5");
-    EXPECT_EQ(found[0].entra, "CUENTA SOCIO");
-    EXPECT_EQ(found[0].sale, "BANCO NORTE");
+    EXPECT_EQ(found[0].entra, "Cuenta socio");
+    EXPECT_EQ(found[0].sale, "Banco Norte");
     EXPECT_EQ(found[1].importe, "250,50");
 
     OtherFilter from = all;

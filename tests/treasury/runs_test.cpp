@@ -135,6 +135,18 @@ TEST_F(Runs, FortyThenThirtyInTwoRunsSettleTheReceiptOnlyAtTheSecond) {
     EXPECT_TRUE(shown().isEmpty());
 }
 
+TEST_F(Runs, ATypedAmountIsTakenToTheCentAsTheFieldShowsIt) {
+    const auto id = purchase(1, 1000000);
+    ASSERT_TRUE(Passa_Recibo(f.ctx, dialogs, kPayments, id, "30,005")->moved);
+    EXPECT_EQ(draftReceipts(f.ctx, kPayments)[0].amount, "30,01");
+    EXPECT_EQ(receiptRows(), QStringList{QStringLiteral("%1|s|300100|0").arg(id)});
+    Treu_Recibo(f.ctx, id);
+    // Rounded first, so that what shows as due is never refused.
+    exec(cartera(), "update cartera set Pendiente = 300000");
+    EXPECT_TRUE(Passa_Recibo(f.ctx, dialogs, kPayments, id, "70,004")->moved);
+    EXPECT_TRUE(shown().isEmpty());
+}
+
 TEST_F(Runs, ARoundingRemainderKeepsTheReceiptOpen) {
     const auto id = purchase(1, 1000050);  // 100,005
     ASSERT_TRUE(Passa_Recibo(f.ctx, dialogs, kPayments, id, "100,00")->moved);
@@ -205,7 +217,7 @@ TEST_F(Runs, ARunIsRefusedWithoutADraftAnAccountOrAnOpenMonth) {
     EXPECT_EQ(shown(), QStringList{"S:" + Missatge(f.ctx, 6728)});
     f.ctx.chkmesos[4] = 1;  // May
     EXPECT_EQ(pay().refusal, RunRefusal::MonthLocked);
-    EXPECT_EQ(shown().last(), "I:" + Missatge(f.ctx, 622));
+    EXPECT_EQ(shown().last(), "S:" + Missatge(f.ctx, 622));
     EXPECT_TRUE(movements().isEmpty());
     EXPECT_EQ(receiptRows(), QStringList{QStringLiteral("%1|s|100000|0").arg(id)});
 }

@@ -1,5 +1,6 @@
 #include "form_cartera_run.h"
 
+#include "context/common_helpers.h"
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/working_context.h"
@@ -43,8 +44,11 @@ FormCarteraRun::FormCarteraRun(WorkingContext& ctx, Dialogs& dialogs, const trea
     Toolbar5_ = new QToolBar(this);
     Toolbar5_->setObjectName(QStringLiteral("Toolbar5"));
     Toolbar5_->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    QAction* close = ui::addTool(Toolbar5_, QStringLiteral("Cancela"), Missatge(ctx_, 308), {},
-                                 [this] { closeScreen(); });
+    QAction* close =
+        ui::addTool(Toolbar5_, QStringLiteral("Cancela"), Missatge(ctx_, 308), {}, [this] {
+            setStatus(QStringLiteral("Descargando ..."));
+            closeScreen();
+        });
     close->setToolTip(QStringLiteral("%1 (Esc)").arg(Missatge(ctx_, 308)));
 
     auto* steps = new QLabel(
@@ -193,9 +197,7 @@ QWidget* FormCarteraRun::buildFooter() {
     fecha_->setCalendarPopup(true);
     const int year = ctx_.Exercici.toInt();
     fecha_->setDateRange(QDate(year, 1, 1), QDate(year, 12, 31));
-    const QDate today = QDate::currentDate();
-    const QDate sameDay(year, today.month(), today.day());
-    fecha_->setDate(sameDay.isValid() ? sameDay : QDate(year, today.month(), 28));
+    fecha_->setDate(exerciseDay(year, QDate::currentDate()));
     txtTotal_ = new QLineEdit(panel);
     txtTotal_->setObjectName(QStringLiteral("txtTotal"));
     txtTotal_->setReadOnly(true);
@@ -367,7 +369,6 @@ void FormCarteraRun::Contabilizar() {
     if (cmbEntitats_->currentIndex() >= 0) account = cmbEntitats_->currentData().toLongLong();
     try {
         const auto refusal = treasury::checkRun(ctx_, dialogs_, side_, account, fecha_->date());
-        if (refusal == treasury::RunRefusal::NoAccount) cmbEntitats_->setFocus();
         if (refusal == treasury::RunRefusal::MonthLocked) fecha_->setFocus();
         if (refusal) return;
         setStatus(Missatge(ctx_, 725));
@@ -390,8 +391,7 @@ bool FormCarteraRun::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
     const int key = static_cast<QKeyEvent*>(event)->key();
     if (key == Qt::Key_Escape) {
-        setStatus(QStringLiteral("Descargando ..."));
-        closeScreen();
+        tool(QStringLiteral("Cancela"))->trigger();
         return true;
     }
     if (ui::isEnter(key) && (watched == DbGrid1_ || watched == txtCobrar_)) {
