@@ -6,6 +6,7 @@
 // moved between pending and collected. Then 10,000 purchases the same way through the
 // purchases screen's logic (FrasIN.mdb, tesorer.mdb, cartera.mdb), so that purchases/s
 // stands beside sales/s in one run.
+#include "bench_exercise.h"
 #include "context/common_helpers.h"
 #include "context/dialogs.h"
 #include "context/entry_fields.h"
@@ -40,24 +41,15 @@ constexpr int kCustomers = 50;
 constexpr std::int64_t kBank = 2;
 
 [[noreturn]] void fail(const QString& what) {
-    std::fprintf(stderr, "bench_posting: %s\n", qPrintable(what));
-    std::abort();
+    benchFail("bench_posting", what);
 }
 
 // An exercise 2026 with treasury on, its customers (every fifth with recargo), one sales
 // account, and the bank beside the cash account the treasury set-up makes.
-struct Exercise {
+struct Exercise : BenchExercise {
     Exercise() {
-        ctx.Directori = dir.filePath(QStringLiteral("B1234567.EMP/2026/"));
-        QDir().mkpath(ctx.Directori);
-        ctx.Exercici = QStringLiteral("2026");
-        ctx.Moneda = QStringLiteral("Euros");
-        ctx.ModeExercici = QStringLiteral("FACTURES");
         ctx.TipusIVA = {21, 10, 4};
         ctx.TipusRE = {5.2, 1.4, 0.5};
-        ctx.Tesoreria = true;
-        schema::createExerciseDatabases(ctx.Directori);
-        schema::Actualitza_Bases(ctx);
         store::Database gest = store::Database::open(ctx.exerciseFile(schema::db::Gest));
         store::Transaction tx(gest);
         auto st =
@@ -136,10 +128,6 @@ struct Exercise {
                 collected)
             fail(QStringLiteral("the rows written are not those posted"));
     }
-
-    QTemporaryDir dir;
-    WorkingContext ctx;
-    ScriptedDialogs dialogs;
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 // 100,000 movements, built into its work table and read back as the screen's lines. Each is
 // set beside the raw SQLite cost of the same writes or the same ordered scan, through the C
 // API with one prepared statement, and the ratios are printed at the end.
+#include "bench_exercise.h"
 #include "context/dialogs.h"
 #include "context/working_context.h"
 #include "schema/creation.h"
@@ -37,21 +38,12 @@ std::map<std::string, double>& seconds() {
 }
 
 [[noreturn]] void fail(const char* what) {
-    std::fprintf(stderr, "bench_treasury: %s\n", what);
-    std::abort();
+    benchFail("bench_treasury", QString::fromUtf8(what));
 }
 
 // An exercise 2026 with treasury, one customer, the bank, and what each case needs.
-struct Exercise {
+struct Exercise : BenchExercise {
     Exercise() {
-        ctx.Directori = dir.filePath(QStringLiteral("B1234567.EMP/2026/"));
-        QDir().mkpath(ctx.Directori);
-        ctx.Exercici = QStringLiteral("2026");
-        ctx.Moneda = QStringLiteral("Euros");
-        ctx.ModeExercici = QStringLiteral("FACTURES");
-        ctx.Tesoreria = true;
-        schema::createExerciseDatabases(ctx.Directori);
-        schema::Actualitza_Bases(ctx);
         store::Database::open(ctx.exerciseFile(schema::db::Gest))
             .execute(QStringLiteral("insert into Clients (client, nom) values (1, 'Bar Centre')"));
         store::Database::open(ctx.exerciseFile(schema::db::Tesorer))
@@ -110,10 +102,6 @@ struct Exercise {
         st.next();
         return st.int32(0);
     }
-
-    QTemporaryDir dir;
-    WorkingContext ctx;
-    ScriptedDialogs dialogs;
 };
 
 sqlite3* openRaw(const QString& path) {

@@ -15,6 +15,15 @@ QDate dateOption(const CliOptions& o, const QString& option, const QDate& fallba
     return date;
 }
 
+QDate exerciseDate(const ExerciseWords& w, const CliOptions& o, const QString& option) {
+    const int year = w.year.toInt();
+    const QDate date = dateOption(o, option, exerciseDay(year, QDate::currentDate()));
+    if (date.year() != year)
+        throw UsageError{QStringLiteral("--%1: %2 is outside the exercise %3")
+                             .arg(option, o.value(option), w.year)};
+    return date;
+}
+
 schema::DateAmountFilter dateAmountFilter(const WorkingContext& ctx, const CliOptions& o) {
     const int year = ctx.Exercici.toInt();
     schema::DateAmountFilter f;

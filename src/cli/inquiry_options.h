@@ -3,6 +3,7 @@
 // lines that close its list.
 #include "cli_options.h"
 #include "context/money.h"
+#include "master_common.h"
 #include "schema/inquiry_filter.h"
 #include "session.h"
 
@@ -12,6 +13,10 @@ namespace tallora::cli {
 
 // A date option DD/MM/YYYY, `fallback` when it is not given.
 QDate dateOption(const CliOptions& o, const QString& option, const QDate& fallback);
+
+// A date field of a treasury screen: DD/MM/YYYY inside the exercise of `w`, today's day and
+// month in that year when it is not given.
+QDate exerciseDate(const ExerciseWords& w, const CliOptions& o, const QString& option);
 
 // Dtdata1 and Dtdata2 (DD/MM/YYYY; by default 1 January and 31 December of the exercise),
 // cmbOperacio (=, <>, <=, >=) and txtImport as typed.

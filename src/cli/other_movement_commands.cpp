@@ -1,4 +1,5 @@
 // Other movements: the entry screen and its inquiry from the command line.
+#include "account_words.h"
 #include "commands.h"
 #include "context/common_helpers.h"
 #include "context/messages.h"
@@ -38,26 +39,15 @@ SideWords sideWords(const CliOptions& o) {
     return w;
 }
 
-bool accountExists(Session& s, const std::vector<treasury::AccountItem>& list,
-                   const QString& number, const QString& what) {
-    if (number.isEmpty()) return true;
-    const std::int64_t id = number.toLongLong();
-    if (std::any_of(list.begin(), list.end(),
-                    [&](const treasury::AccountItem& a) { return a.id == id; }))
-        return true;
-    noSuchRecord(s, what, number);
-    return false;
-}
-
 // The options given over the fields of `e`; a side given replaces both of its accounts.
 bool takeFields(Session& s, const CliOptions& o, const SideWords& w, treasury::OtherMovement& e) {
     const auto treasuryAccounts = treasury::treasuryAccountItems(s.ctx);
     const auto otherAccounts = treasury::otherAccountItems(s.ctx);
     const QString t = QStringLiteral("treasury account"), a = QStringLiteral("other account");
-    if (!accountExists(s, treasuryAccounts, w.fromTreasury, t) ||
-        !accountExists(s, otherAccounts, w.fromOther, a) ||
-        !accountExists(s, treasuryAccounts, w.toTreasury, t) ||
-        !accountExists(s, otherAccounts, w.toOther, a))
+    if (!accountListed(s, treasuryAccounts, w.fromTreasury, t) ||
+        !accountListed(s, otherAccounts, w.fromOther, a) ||
+        !accountListed(s, treasuryAccounts, w.toTreasury, t) ||
+        !accountListed(s, otherAccounts, w.toOther, a))
         return false;
     if (!w.fromTreasury.isEmpty() || !w.fromOther.isEmpty()) {
         e.saleTesoreria = w.fromTreasury.toLongLong();
@@ -70,7 +60,6 @@ bool takeFields(Session& s, const CliOptions& o, const SideWords& w, treasury::O
     takeText(o, "concept", e.concepto);
     if (o.given(QStringLiteral("amount")))
         e.importe = fieldAmount(s.ctx, o.value(QStringLiteral("amount")));
-    e.data = dateOption(o, QStringLiteral("date"), e.data);
     return true;
 }
 
@@ -78,12 +67,7 @@ int post(Session& s, const CliOptions& o, std::optional<QString> number) {
     const ExerciseWords w = exerciseWords(o);
     const SideWords sides = sideWords(o);
     amountArgument(QStringLiteral("amount"), o.value(QStringLiteral("amount")));
-    if (o.given(QStringLiteral("date"))) {
-        const QDate d = dateOption(o, QStringLiteral("date"), {});
-        if (d.year() != w.year.toInt())
-            throw UsageError{QStringLiteral("--date: %1 is outside the exercise %2")
-                                 .arg(o.value(QStringLiteral("date")), w.year)};
-    }
+    const QDate date = exerciseDate(w, o, QStringLiteral("date"));
     if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
     loadMonthLock(s.ctx);
     treasury::OtherMovement e;
@@ -91,9 +75,9 @@ int post(Session& s, const CliOptions& o, std::optional<QString> number) {
         const auto loaded = treasury::loadOtherMovement(s.ctx, number->toLongLong());
         if (!loaded) return noSuchRecord(s, QStringLiteral("other movement"), *number);
         e = *loaded;
-    } else {
-        e.data = exerciseDay(w.year.toInt(), QDate::currentDate());
     }
+    // A new entry takes the date field's default; a change keeps its date unless told.
+    if (!number || o.given(QStringLiteral("date"))) e.data = date;
     if (!takeFields(s, o, sides, e)) return kRefused;
     EntryDialogs faults(s.dialogs);
     const treasury::OtherPosting p = treasury::postOtherMovement(s.ctx, faults, e);
@@ -133,7 +117,7 @@ int otherMovementsCommand(Session& s, const CliOptions& o) {
     if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
     treasury::OtherFilter filter{dateAmountFilter(s.ctx, o), std::nullopt};
     if (!account.isEmpty()) {
-        if (!accountExists(s, treasury::otherAccountItems(s.ctx), account,
+        if (!accountListed(s, treasury::otherAccountItems(s.ctx), account,
                            QStringLiteral("other account")))
             return kRefused;
         filter.cuenta = account.toLongLong();

@@ -1,5 +1,6 @@
 // Collection and payment runs, the draft they share with the screens, the account statement
 // and its two undo actions: the screens' logic, driven from the command line.
+#include "account_words.h"
 #include "commands.h"
 #include "context/common_helpers.h"
 #include "context/messages.h"
@@ -17,27 +18,12 @@
 namespace tallora::cli {
 namespace {
 
-// The date fields of these screens: bounded to the exercise, today's day and month by default.
-QDate exerciseDate(const ExerciseWords& w, const CliOptions& o, const QString& option) {
-    const int year = w.year.toInt();
-    const QDate fallback = exerciseDay(year, QDate::currentDate());
-    const QDate date = dateOption(o, option, fallback);
-    if (date.year() != year)
-        throw UsageError{QStringLiteral("--%1: %2 is outside the exercise %3")
-                             .arg(option, o.value(option), w.year)};
-    return date;
-}
-
 // A treasury account by its number, as treasury-accounts lists it.
 std::optional<std::int64_t> treasuryAccount(Session& s, const QString& number) {
-    const auto accounts = treasury::treasuryAccountItems(s.ctx);
-    const std::int64_t id = number.toLongLong();
-    if (std::none_of(accounts.begin(), accounts.end(),
-                     [&](const treasury::AccountItem& a) { return a.id == id; })) {
-        noSuchRecord(s, QStringLiteral("treasury account"), number);
+    if (!accountListed(s, treasury::treasuryAccountItems(s.ctx), number,
+                       QStringLiteral("treasury account")))
         return std::nullopt;
-    }
-    return id;
+    return number.toLongLong();
 }
 
 // RECEIPT or RECEIPT:AMOUNT

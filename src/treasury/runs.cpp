@@ -160,7 +160,8 @@ void Buida_Borrador(const WorkingContext& ctx, const RunSide& side) {
 
 std::optional<RunRefusal> checkRun(const WorkingContext& ctx, Dialogs& dialogs, const RunSide& side,
                                    std::optional<std::int64_t> account, const QDate& date) {
-    if (draftReceipts(ctx, side).empty()) return RunRefusal::EmptyDraft;
+    // One sum rather than the draft's rows formatted for a list.
+    if (!draftTotal(ctx, side)) return RunRefusal::EmptyDraft;
     if (!account) {
         dialogs.stop(Missatge(ctx, side.noAccount));
         return RunRefusal::NoAccount;
