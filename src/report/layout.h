@@ -29,6 +29,7 @@ enum class BandKind {
 enum class ValueFormat {
     Plain,     // as stored
     Money,     // Format_Import: an integer is ten-thousandths (Currency), a real is units
+    Amount,    // as Money, but blank for zero: the in and out columns of a statement
     Quantity,  // Format_Quantitat
     Date,      // dd/mm/yyyy from YYYY-MM-DD
 };
@@ -110,6 +111,7 @@ struct JoinRule {
     QString source;
     QString key;
     QString field;
+    QString as;  // the name its fields go by, so that one table can be joined twice
 };
 
 struct Layout {

@@ -77,9 +77,9 @@ private:
                     ct.changes = true;
                     break;
                 case TextPiece::Kind::Sum:
-                    cp.slot = slot(column(p.text, t.line),
-                                   p.minus.isEmpty() ? -1 : column(p.minus, t.line),
-                                   p.format == ValueFormat::Money);
+                    cp.slot = slot(
+                        column(p.text, t.line), p.minus.isEmpty() ? -1 : column(p.minus, t.line),
+                        p.format == ValueFormat::Money || p.format == ValueFormat::Amount);
                     ct.changes = ct.changes || p.scope != SumScope::Report;
                     break;
                 case TextPiece::Kind::Count:

@@ -241,6 +241,7 @@ void readJoin(Statement& s, Layout& layout) {
     j.source = s.required(QStringLiteral("source"));
     j.key = s.required(QStringLiteral("key"));
     j.field = s.required(QStringLiteral("field"));
+    j.as = s.take(QStringLiteral("as")).value_or(QString());
     layout.joins.push_back(std::move(j));
 }
 

@@ -15,10 +15,13 @@
 //  data  file=0 source=Clients [order="+client"]          the rows: a table or stored query
 //                                                          (view) of the job's DataFiles(file)
 //  join  file=1 source=Clients key=client field=cliente    after data: the fields of another
-//                                                          table or query, of any of the
+//        [as=Name]                                         table or query, of any of the
 //                                                          DataFiles, for each row those of
 //                                                          the first row whose `key` equals
-//                                                          the row's `field` (empty when none)
+//                                                          the row's `field` (empty when none);
+//                                                          with `as` its fields are written
+//                                                          {Name.field}, so that one table
+//                                                          can be joined on two fields
 //  band  KIND [height=H] [field=F] [repeat]               starts a band; the items under it
 //                                                          belong to it
 //  text  x= y= w= [h=] [size=] [family=] [bold] [italic] [color=#rrggbb]
@@ -39,8 +42,8 @@
 //                        field is written {Table.field}, or {field} when the rows have no
 //                        field of that name
 //   {field|money}        formats: money (Format_Import; an integer is a Currency value in
-//                        ten-thousandths, a real is units), quantity (Format_Quantitat),
-//                        date (dd/mm/yyyy)
+//                        ten-thousandths, a real is units), amount (money, blank for
+//                        zero), quantity (Format_Quantitat), date (dd/mm/yyyy)
 //   {sum(field, scope)|money}   a sum over scope group, page, carried (all rows printed so
 //                        far) or report (every row); {sum(a - b, scope)} sums a less b
 //   {count(scope)}       the number of rows of that scope

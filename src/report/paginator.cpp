@@ -166,6 +166,10 @@ private:
         switch (p.format) {
             case ValueFormat::Plain:
                 return cell;
+            case ValueFormat::Amount:
+                if (isWholeNumber(cell) ? cell.toLongLong() == 0 : cell.toDouble() == 0.0)
+                    return {};
+                [[fallthrough]];
             case ValueFormat::Money:
                 return isWholeNumber(cell)
                            ? Format_Import(ctx_, Money::fromUnits(cell.toLongLong()))

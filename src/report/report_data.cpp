@@ -179,7 +179,7 @@ QStringList DataSource::columnNames(const QString& qualifiedSource) {
 }
 
 void DataSource::join(const QString& path, const QString& source, const QString& key,
-                      const QString& field) {
+                      const QString& field, const QString& as) {
     const int rowField = columnIndex(field);
     if (rowField < 0 || columns_[rowField].table != source_)
         throw ReportError(QStringLiteral("join field \"%1\": \"%2\" of %3 has no such field")
@@ -210,7 +210,7 @@ void DataSource::join(const QString& path, const QString& source, const QString&
                               .arg(key, table, path));
     // One value per row whatever the joined table holds: the first row of the key.
     for (const QString& name : names)
-        columns_.push_back({table, name,
+        columns_.push_back({as.isEmpty() ? table : as, name,
                             QStringLiteral("(select j.%1 from %2 as j where j.%3 = %4 limit 1)")
                                 .arg(store::quoteIdentifier(name), from,
                                      store::quoteIdentifier(*keyAt), columns_[rowField].sql)});

@@ -64,9 +64,10 @@ public:
     const QString& name() const { return source_; }
     // Adds the fields of `source` in the data file at `path` (this file or another): for
     // each row, those of the first row of `source` whose `key` equals the row's `field`,
-    // null when none does. Throws ReportError when the file, the source, the key or the
-    // field is not there.
-    void join(const QString& path, const QString& source, const QString& key, const QString& field);
+    // null when none does; they go by the table's name, or by `as`. Throws ReportError when
+    // the file, the source, the key or the field is not there.
+    void join(const QString& path, const QString& source, const QString& key, const QString& field,
+              const QString& as = {});
 
     // The column of `field` ("nom", "Clients.nom", "{Clients.nom}"), without regard to
     // case; -1 when there is no such field. A name without its table is looked for in the

@@ -99,7 +99,7 @@ RenderedReport renderReport(const ReportJob& job, const WorkingContext& ctx) {
         source.emplace(file, layout.data->source);
         for (const JoinRule& j : layout.joins) {
             try {
-                source->join(job.DataFiles[j.file], j.source, j.key, j.field);
+                source->join(job.DataFiles[j.file], j.source, j.key, j.field, j.as);
             } catch (const ReportError& e) {
                 throw ReportError(
                     QStringLiteral("%1:%2: %3").arg(layout.path).arg(j.line).arg(e.message()));

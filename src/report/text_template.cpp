@@ -12,10 +12,11 @@ namespace {
 
 ValueFormat formatNamed(const QString& name) {
     if (name == u"money") return ValueFormat::Money;
+    if (name == u"amount") return ValueFormat::Amount;
     if (name == u"quantity") return ValueFormat::Quantity;
     if (name == u"date") return ValueFormat::Date;
     if (name == u"plain") return ValueFormat::Plain;
-    bad(QStringLiteral("unknown format \"%1\" (money, quantity, date or plain)").arg(name));
+    bad(QStringLiteral("unknown format \"%1\" (money, amount, quantity, date or plain)").arg(name));
 }
 
 SumScope scopeNamed(const QString& name) {

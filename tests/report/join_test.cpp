@@ -107,6 +107,49 @@ TEST_F(JoinTest, AJoinedFileTheJobDoesNotGiveIsNamedWithTheLine) {
     EXPECT_THROW(renderReport(j, f.ctx), ReportError);
 }
 
+TEST_F(JoinTest, OneTableJoinedTwiceGoesByTheNameEachJoinGivesIt) {
+    {
+        // Moviment 3's concept names group g-B's code, so that the second join finds it.
+        store::Database d = store::Database::open(f.file(QStringLiteral("moviments.mdb")));
+        d.execute(QStringLiteral("update Moviments set concepte = 'g-B' where id = 3"));
+    }
+    ReportJob j = job();
+    j.ReportFileName = sourcePath(QStringLiteral("tests/data/reports/engine/join_twice.rpt"));
+    const QStringList texts = allTexts(renderReport(j, f.ctx));
+    const QStringList rows = texts.filter(QStringLiteral("<"));
+    ASSERT_EQ(rows.size(), 120);
+    EXPECT_EQ(rows[0], QStringLiteral("<Grupo alfa|>"));
+    EXPECT_EQ(rows[2], QStringLiteral("<Grupo alfa|Grupo beta>"));
+    EXPECT_EQ(rows[100], QStringLiteral("<|>"));
+    // The amount format: 0,25 and 1,00 as money, nothing for no group.
+    EXPECT_TRUE(texts.contains(QStringLiteral("(0,25)")));
+    EXPECT_TRUE(texts.contains(QStringLiteral("(1,00)")));
+    EXPECT_EQ(texts.count(QStringLiteral("()")), 20);
+    EXPECT_TRUE(texts.contains(QStringLiteral("Total 62,50")));
+}
+
+TEST(JoinLayout, AnAmountLeavesOnlyAZeroBlank) {
+    ReportFixture f;
+    store::Database d = store::Database::open(f.file(QStringLiteral("zeros.mdb")),
+                                              store::Database::Mode::CreateIfMissing);
+    d.execute(
+        QStringLiteral("create table T (id LONG, v CURRENCY);"
+                       "insert into T values (1, 0), (2, 5000), (3, -10000)"));
+    const QString layout = f.file(QStringLiteral("zeros.rpt"));
+    QFile file(layout);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(
+        "data file=0 source=T order=\"+id\"\nband detail height=5\n"
+        "  text x=0 y=0 w=60 value=\"{id}:[{v|amount}]\"\n");
+    file.close();
+    ReportJob j;
+    j.ReportFileName = layout;
+    j.DataFiles[0] = f.file(QStringLiteral("zeros.mdb"));
+    const RenderedReport r = renderReport(j, f.ctx);
+    EXPECT_EQ(r.pageTexts(0), (QStringList{QStringLiteral("1:[]"), QStringLiteral("2:[0,50]"),
+                                           QStringLiteral("3:[-1,00]")}));
+}
+
 TEST(JoinLayout, TheJoinStatementReadsItsFourAttributes) {
     const Layout l = parseLayout(QStringLiteral("data file=0 source=cartera\n"
                                                 "join file=1 source=Clients key=client "
