@@ -102,8 +102,8 @@ int otherMovementRemoveCommand(Session& s, const CliOptions& o) {
     if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
     const auto e = treasury::loadOtherMovement(s.ctx, number.toLongLong());
     if (!e) return noSuchRecord(s, QStringLiteral("other movement"), number);
-    if (s.dialogs.yesNo(Missatge(s.ctx, 815) + QStringLiteral("(") + number + QStringLiteral(") ") +
-                        e->concepto) != Dialogs::Answer::Yes)
+    if (s.dialogs.yesNo(treasury::deleteOtherQuestion(s.ctx, number.toLongLong(), e->concepto)) !=
+        Dialogs::Answer::Yes)
         return kRefused;
     treasury::deleteOtherMovement(s.ctx, number.toLongLong());
     return s.finish(true);

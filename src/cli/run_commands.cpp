@@ -157,8 +157,7 @@ int movementRemoveCommand(Session& s, const CliOptions& o) {
     if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
     const auto line = treasury::movementLine(s.ctx, number.toLongLong());
     if (!line) return noSuchRecord(s, QStringLiteral("movement"), number);
-    if (s.dialogs.yesNo(Missatge(s.ctx, 815) + '\n' + treasury::movementLines(*line)) !=
-        Dialogs::Answer::Yes)
+    if (s.dialogs.yesNo(treasury::deleteMovementQuestion(s.ctx, *line)) != Dialogs::Answer::Yes)
         return kRefused;
     return s.finish(treasury::deleteMovement(s.ctx, s.dialogs, number.toLongLong()));
 }
@@ -170,8 +169,7 @@ int returnReceiptCommand(Session& s, const CliOptions& o) {
     if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
     const auto line = treasury::movementLine(s.ctx, number.toLongLong());
     if (!line) return noSuchRecord(s, QStringLiteral("movement"), number);
-    if (s.dialogs.yesNo(Missatge(s.ctx, 6987) + '\n' + treasury::movementLines(*line)) !=
-        Dialogs::Answer::Yes)
+    if (s.dialogs.yesNo(treasury::returnReceiptQuestion(s.ctx, *line)) != Dialogs::Answer::Yes)
         return kRefused;
     const auto made = treasury::returnReceipt(s.ctx, number.toLongLong(), date);
     if (!made)

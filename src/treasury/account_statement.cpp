@@ -293,9 +293,21 @@ std::optional<std::int64_t> returnReceipt(const WorkingContext& ctx, std::int64_
     return made;
 }
 
+namespace {
+
 QString movementLines(const StatementLine& line) {
-    return QStringLiteral("ID: %1\nDe: %2\nConcep: %3")
+    return QStringLiteral("\nID: %1\nDe: %2\nConcep: %3")
         .arg(line.id ? QString::number(*line.id) : QString(), line.contrapartida, line.concepto);
+}
+
+}  // namespace
+
+QString deleteMovementQuestion(const WorkingContext& ctx, const StatementLine& line) {
+    return Missatge(ctx, 815) + movementLines(line);
+}
+
+QString returnReceiptQuestion(const WorkingContext& ctx, const StatementLine& line) {
+    return Missatge(ctx, 6987) + movementLines(line);
 }
 
 }  // namespace tallora::treasury

@@ -63,7 +63,9 @@ bool deleteMovement(const WorkingContext& ctx, Dialogs& dialogs, std::int64_t id
 std::optional<std::int64_t> returnReceipt(const WorkingContext& ctx, std::int64_t id,
                                           const QDate& date);
 
-// The question of Esborrar and btnDevolucion names the movement on three lines.
-QString movementLines(const StatementLine& line);
+// The questions before Esborrar (815) and btnDevolucion (6987), the movement named under
+// them on three lines: its Id, counterpart and concept.
+QString deleteMovementQuestion(const WorkingContext& ctx, const StatementLine& line);
+QString returnReceiptQuestion(const WorkingContext& ctx, const StatementLine& line);
 
 }  // namespace tallora::treasury

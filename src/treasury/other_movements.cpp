@@ -144,6 +144,11 @@ std::optional<OtherMovement> loadOtherMovement(const WorkingContext& ctx, std::i
     return e;
 }
 
+QString deleteOtherQuestion(const WorkingContext& ctx, std::int64_t asiento,
+                            const QString& concepto) {
+    return Missatge(ctx, 815) + QStringLiteral("(%1) ").arg(asiento) + concepto;
+}
+
 void deleteOtherMovement(const WorkingContext& ctx, std::int64_t asiento) {
     store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
     store::Transaction tx(db, store::Transaction::Kind::Immediate);
@@ -179,7 +184,7 @@ std::vector<OtherRow> searchOtherMovements(const WorkingContext& ctx, const Othe
     while (st.next()) {
         rows.push_back({st.int64(0), Format_Data(st.date(1)), st.isNull(2) ? QString() : st.text(2),
                         Format_Import(ctx, st.money(3)), side(st.int64(4), st.int64(5)),
-                        side(st.int64(6), st.int64(7))});
+                        side(st.int64(6), st.int64(7)), st.money(3)});
     }
     return rows;
 }

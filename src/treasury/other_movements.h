@@ -57,6 +57,9 @@ std::int64_t Calcula_Asiento(const WorkingContext& ctx);
 // nothing when no entry has the number.
 std::optional<OtherMovement> loadOtherMovement(const WorkingContext& ctx, std::int64_t asiento);
 
+// The question before a deletion: message 815, then "(" + number + ") " + the concept.
+QString deleteOtherQuestion(const WorkingContext& ctx, std::int64_t asiento,
+                            const QString& concepto);
 // Deletes the entry and its movements.
 void deleteOtherMovement(const WorkingContext& ctx, std::int64_t asiento);
 
@@ -73,6 +76,7 @@ struct OtherRow {
     QString importe;  // Format_Import
     QString entra;    // the account the money enters, by name
     QString sale;     // the account it leaves
+    Money amount;     // importe, for the inquiry's total
 };
 // The search, also kept as the view SelOtros_movimientos of tesorer.mdb for the list
 // report. By date, then number.

@@ -243,5 +243,8 @@ TEST_F(Statement, AMovementOfNoInvoiceIsNotReturned) {
     EXPECT_EQ(shown->debe, "1,00");
     EXPECT_EQ(shown->haber, "");
     StatementLine line{m, "05/01/2026", "Venta", "Bar", "", "", ""};
-    EXPECT_EQ(movementLines(line), QStringLiteral("ID: %1\nDe: Bar\nConcep: Venta").arg(m));
+    EXPECT_EQ(deleteMovementQuestion(f.ctx, line),
+              Missatge(f.ctx, 815) + QStringLiteral("\nID: %1\nDe: Bar\nConcep: Venta").arg(m));
+    EXPECT_EQ(returnReceiptQuestion(f.ctx, line),
+              Missatge(f.ctx, 6987) + QStringLiteral("\nID: %1\nDe: Bar\nConcep: Venta").arg(m));
 }
