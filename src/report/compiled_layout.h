@@ -52,6 +52,7 @@ struct SumSlot {
 struct CompiledLayout {
     std::optional<CompiledBand> reportHeader, pageHeader, columnHeader, detail, pageFooter,
         reportFooter;
+    bool reportHeaderBelow = false;  // under the page and column headers of the first page
     std::vector<std::optional<CompiledBand>> groupHeaders, groupFooters;  // by level
     std::vector<bool> groupRepeats;                                       // by level
     std::vector<int> groupColumns;                                        // by level

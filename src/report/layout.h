@@ -91,6 +91,7 @@ struct Band {
     double height = 0;
     QString field;        // group bands
     bool repeat = false;  // a group header printed again on the pages its group continues on
+    bool below = false;   // a report header printed under the first page's headers
     std::vector<TextItem> texts;
     std::vector<LineItem> lines;
     std::vector<BoxItem> boxes;

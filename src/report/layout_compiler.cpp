@@ -142,6 +142,7 @@ CompiledLayout compileLayout(const Layout& layout, DataSource* source, const For
         CompiledBand cb = c.band(b, level);
         switch (b.kind) {
             case BandKind::ReportHeader:
+                out.reportHeaderBelow = b.below;
                 out.reportHeader = std::move(cb);
                 break;
             case BandKind::PageHeader:

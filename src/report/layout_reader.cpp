@@ -258,6 +258,7 @@ void readBand(Statement& s, Layout& layout) {
     const bool grouped = b.kind == BandKind::GroupHeader || b.kind == BandKind::GroupFooter;
     if (grouped) b.field = s.required(QStringLiteral("field"));
     if (b.kind == BandKind::GroupHeader) b.repeat = s.flag(QStringLiteral("repeat"));
+    if (b.kind == BandKind::ReportHeader) b.below = s.flag(QStringLiteral("below"));
     for (const Band& other : layout.bands)
         if (other.kind == b.kind && other.field.compare(b.field, Qt::CaseInsensitive) == 0)
             s.fail(QStringLiteral("band %1%2 is already written at line %3")

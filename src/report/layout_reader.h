@@ -22,14 +22,15 @@
 //                                                          with `as` its fields are written
 //                                                          {Name.field}, so that one table
 //                                                          can be joined on two fields
-//  band  KIND [height=H] [field=F] [repeat]               starts a band; the items under it
+//  band  KIND [height=H] [field=F] [repeat] [below]       starts a band; the items under it
 //                                                          belong to it
 //  text  x= y= w= [h=] [size=] [family=] [bold] [italic] [color=#rrggbb]
 //        [align=left|center|right] [overflow=ellipsis|wrap] value="..."
 //  line  x1= y1= x2= y2= [width=0.2] [color=#rrggbb]
 //  box   x= y= w= h= [fill=#rrggbb] [border=0.2] [color=#rrggbb]
 //
-// Band kinds: report-header (first page), page-header and column-header (every page),
+// Band kinds: report-header (first page; with `below`, under its page and column headers
+// rather than above them), page-header and column-header (every page),
 // group-header field=F [repeat] and group-footer field=F (around the rows of each value of F;
 // several group fields nest in the order their headers are written), detail (once per row),
 // page-footer (foot of every page), report-footer (after the last row).

@@ -334,10 +334,11 @@ private:
             put(in, y_);
             y_ += in.height;
         };
-        if (out_.pages.size() == 1 && l_.reportHeader)
-            header(*l_.reportHeader, {next, innermost()});
+        const bool first = out_.pages.size() == 1 && l_.reportHeader;
+        if (first && !l_.reportHeaderBelow) header(*l_.reportHeader, {next, innermost()});
         if (l_.pageHeader) header(*l_.pageHeader, {next, innermost()});
         if (l_.columnHeader) header(*l_.columnHeader, {next, innermost()});
+        if (first && l_.reportHeaderBelow) header(*l_.reportHeader, {next, innermost()});
         for (int level = 0; level < continuing && level < levels_; ++level)
             if (l_.groupRepeats[level] && l_.groupHeaders[level])
                 header(*l_.groupHeaders[level], {printed_ - 1, level});

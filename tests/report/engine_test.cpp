@@ -300,3 +300,14 @@ TEST_F(EngineTest, ThePrinterGetsTheSamePages) {
     ASSERT_EQ(one.size(), 1);
     EXPECT_TRUE(one[0].contains(QStringLiteral("Página 2/3")));
 }
+
+TEST_F(EngineTest, AReportHeaderBelowComesUnderTheFirstPagesHeadersOnly) {
+    const RenderedReport r = renderReport(job("opening_below.rpt"), f.ctx);
+    ASSERT_GE(r.pageCount(), 2);
+    EXPECT_EQ(r.pageTexts(0).mid(0, 4),
+              (QStringList{QStringLiteral("Movimientos 1"), QStringLiteral("ID"),
+                           QStringLiteral("Apertura"), QStringLiteral("1")}));
+    EXPECT_EQ(r.pageTexts(1).mid(0, 2),
+              (QStringList{QStringLiteral("Movimientos 2"), QStringLiteral("ID")}));
+    EXPECT_FALSE(allTexts(r).mid(4).contains(QStringLiteral("Apertura")));
+}
