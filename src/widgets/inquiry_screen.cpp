@@ -10,6 +10,7 @@
 #include "store/store_error.h"
 
 #include <QAction>
+#include <QColor>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QGridLayout>
@@ -38,7 +39,7 @@ InquiryScreen::InquiryScreen(WorkingContext& ctx, Dialogs& dialogs, const QStrin
     Toolbar5->setObjectName(QStringLiteral("Toolbar5"));
     Toolbar5->setToolButtonStyle(Qt::ToolButtonTextOnly);
     addTool(Toolbar5, QStringLiteral("Buscar"), fixedText(ctx_, "Buscar", "Cercar"), {},
-            [this] { Buscar(); });
+            [this] { searchFrom(Toolbar5); });
     addTool(Toolbar5, QStringLiteral("Modificar"), fixedText(ctx_, "Modificar", "Modificar"), {},
             [this] { Modificar(); });
     addTool(Toolbar5, QStringLiteral("Esborrar"), m(812), {}, [this] { Esborrar(); });
@@ -87,12 +88,14 @@ InquiryScreen::InquiryScreen(WorkingContext& ctx, Dialogs& dialogs, const QStrin
     dates->addSpacing(4);
     dates->addWidget(cmbOperacio);
     dates->addWidget(txtImport);
-    dates->addWidget(resetButton(txtImport));
+    amountFilter_ = {amount, cmbOperacio, txtImport, resetButton(txtImport)};
+    dates->addWidget(amountFilter_.last());
     dates->addStretch(1);
     filters_->addWidget(new QLabel(m(809), this), 8, 0);
     filters_->addLayout(dates, 8, 1, 1, 2);
     orders_ = new QHBoxLayout;
-    orders_->addWidget(heading(m(808), this));
+    ordersHeading_ = heading(m(808), this);
+    orders_->addWidget(ordersHeading_);
     orders_->addSpacing(12);
     filters_->addLayout(orders_, 9, 0, 1, 3);
     filters_->setColumnStretch(1, 1);
@@ -114,6 +117,7 @@ InquiryScreen::InquiryScreen(WorkingContext& ctx, Dialogs& dialogs, const QStrin
     for (int c = 2; c + 1 < DbGrid1->columnCount(); ++c)
         header->setSectionResizeMode(c, QHeaderView::Stretch);
     header->resizeSection(DbGrid1->columnCount() - 1, 15 * digit);
+    amountColumn_ = DbGrid1->columnCount() - 1;
     connect(DbGrid1, &QTableWidget::itemSelectionChanged, this, &InquiryScreen::rowChanged);
     connect(DbGrid1, &QTableWidget::cellDoubleClicked, this, [this] { Modificar(); });
 
@@ -132,7 +136,8 @@ InquiryScreen::InquiryScreen(WorkingContext& ctx, Dialogs& dialogs, const QStrin
     footer->addWidget(new QLabel(m(807), this));
     footer->addWidget(txtApunts);
     footer->addSpacing(16);
-    footer->addWidget(new QLabel(QStringLiteral("TOTAL"), this));
+    total_ = {new QLabel(QStringLiteral("TOTAL"), this), txtTotal};
+    footer->addWidget(total_.first());
     footer->addWidget(txtTotal);
 
     gridRow_ = new QHBoxLayout;
@@ -209,15 +214,50 @@ QRadioButton* InquiryScreen::addOrder(const QString& name, const QString& captio
 
 void InquiryScreen::start() {
     orders_->addStretch(1);
+    // A screen of one fixed order shows no choice of it.
+    ordersHeading_->setVisible(!orderOptions_.isEmpty());
     installEventFilter(this);
     for (QWidget* child : findChildren<QWidget*>()) child->installEventFilter(this);
-    connect(Dtdata1, &QDateEdit::editingFinished, this, [this] { changed(Dtdata1); });
-    connect(Dtdata2, &QDateEdit::editingFinished, this, [this] { changed(Dtdata2); });
+    // A date field ends its editing also when it only loses the focus: a date that did not
+    // change since the last search searches nothing.
+    connect(Dtdata1, &QDateEdit::editingFinished, this, [this] {
+        if (Dtdata1->date() != searched_.from) changed(Dtdata1);
+    });
+    connect(Dtdata2, &QDateEdit::editingFinished, this, [this] {
+        if (Dtdata2->date() != searched_.to) changed(Dtdata2);
+    });
     connect(cmbOperacio, &QComboBox::activated, this, [this] {
         if (!txtImport->text().isEmpty()) changed(cmbOperacio);
     });
     Buscar();
     DbGrid1->setFocus();
+}
+
+void InquiryScreen::amountsFrom(int column) {
+    amountColumn_ = column;
+    QHeaderView* header = DbGrid1->horizontalHeader();
+    for (int c = column; c < DbGrid1->columnCount(); ++c) {
+        header->setSectionResizeMode(c, QHeaderView::Interactive);
+        header->resizeSection(c, header->sectionSize(DbGrid1->columnCount() - 1));
+    }
+}
+
+InquiryScreen::~InquiryScreen() {
+    // The children go after this body; a date field losing its focus then must not search.
+    for (QWidget* w : {static_cast<QWidget*>(Dtdata1), static_cast<QWidget*>(Dtdata2)})
+        disconnect(w, nullptr, this, nullptr);
+}
+
+void InquiryScreen::focusAfterSearch(QWidget* w) {
+    focusAfter_ = w;
+}
+
+void InquiryScreen::hideAmountFilter() {
+    for (QWidget* w : amountFilter_) w->hide();
+}
+
+void InquiryScreen::hideTotal() {
+    for (QWidget* w : total_) w->hide();
 }
 
 void InquiryScreen::setDates(const QDate& from, const QDate& to) {
@@ -235,14 +275,23 @@ schema::DateAmountFilter InquiryScreen::range() const {
     return f;
 }
 
-void InquiryScreen::changed(QWidget* source) {
+void InquiryScreen::searchFrom(QWidget* source) {
+    source_ = source;
     Buscar();
-    if (source && source->isVisible()) source->setFocus();
+    source_ = nullptr;
+}
+
+void InquiryScreen::changed(QWidget* source) {
+    searchFrom(source);
+    QWidget* target = focusAfter_ ? focusAfter_.data() : source;
+    focusAfter_ = nullptr;
+    if (target && target->isVisible()) target->setFocus();
 }
 
 void InquiryScreen::Buscar() {
     if (searching_) return;
     searching_ = true;
+    searched_ = {Dtdata1->date(), Dtdata2->date()};
     Result result;
     bool found = true;
     try {
@@ -258,16 +307,19 @@ void InquiryScreen::Buscar() {
         rows_ = std::move(result.rows);
         DbGrid1->setRowCount(0);
         DbGrid1->setRowCount(static_cast<int>(rows_.size()));
+        std::size_t entries = 0;
         for (int r = 0; r < DbGrid1->rowCount(); ++r) {
             const Row& row = rows_[static_cast<std::size_t>(r)];
+            if (!row.inert) ++entries;
             for (int c = 0; c < row.cells.size() && c < DbGrid1->columnCount(); ++c) {
                 auto* item = new QTableWidgetItem(row.cells[c]);
-                if (c == 0 || c + 1 == DbGrid1->columnCount())
+                if (c == 0 || c >= amountColumn_)
                     item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+                if (row.inert) item->setBackground(QColor(0xE0, 0xE0, 0xE0));
                 DbGrid1->setItem(r, c, item);
             }
         }
-        txtApunts->setText(QString::number(rows_.size()));
+        txtApunts->setText(QString::number(entries));
         txtTotal->setText(Format_Import(ctx_, result.total));
         if (!rows_.empty()) DbGrid1->selectRow(0);
         setStatus(rows_.empty() ? Missatge(ctx_, 811).trimmed() : QString());
@@ -275,18 +327,23 @@ void InquiryScreen::Buscar() {
     searching_ = false;
 }
 
-std::optional<std::int64_t> InquiryScreen::selectedOrdre() const {
+const InquiryScreen::Row* InquiryScreen::selectedRow() const {
     const QModelIndexList rows = DbGrid1->selectionModel()->selectedRows();
-    if (rows.isEmpty()) return std::nullopt;
+    if (rows.isEmpty()) return nullptr;
     const auto at = static_cast<std::size_t>(rows.first().row());
-    if (at >= rows_.size()) return std::nullopt;
-    return rows_[at].ordre;
+    if (at >= rows_.size() || rows_[at].inert) return nullptr;
+    return &rows_[at];
+}
+
+std::optional<std::int64_t> InquiryScreen::selectedOrdre() const {
+    if (const Row* row = selectedRow()) return row->ordre;
+    return std::nullopt;
 }
 
 void InquiryScreen::Esborrar() {
     const QModelIndexList selected = DbGrid1->selectionModel()->selectedRows();
-    if (selected.isEmpty()) return;
-    const Row row = rows_.at(static_cast<std::size_t>(selected.first().row()));
+    if (!selectedRow()) return;
+    const Row row = *selectedRow();
     if (dialogs_.yesNo(deleteQuestion(row)) != Dialogs::Answer::Yes) return;
     try {
         remove(row.ordre);

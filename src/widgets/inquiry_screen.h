@@ -13,6 +13,8 @@
 #include "context/money.h"
 #include "schema/inquiry_filter.h"
 
+#include <QDate>
+#include <QPointer>
 #include <QStringList>
 #include <QWidget>
 
@@ -39,11 +41,14 @@ public:
         std::int64_t ordre = 0;
         QStringList cells;    // the last one is the amount, right-aligned
         QString description;  // what the question before a deletion names
+        bool inert = false;   // a line no action takes (an opening balance), shaded
     };
     struct Result {
         std::vector<Row> rows;
         Money total;
     };
+
+    ~InquiryScreen() override;
 
     // Runs the search of the filters in force and shows it.
     void Buscar();
@@ -79,6 +84,18 @@ protected:
     QToolBar* toolBar() const { return Toolbar5; }
     // The end of a screen's construction: the first search.
     void start();
+    // For a screen that filters by no amount, or has no total to show under its grid.
+    void hideAmountFilter();
+    void hideTotal();
+    // Where the focus goes after the search in course, instead of the control that ran it.
+    void focusAfterSearch(QWidget* w);
+    // The columns from `column` on hold amounts: right-aligned, each as wide as the last.
+    void amountsFrom(int column);
+    // The selected row; none without one, or on an inert line.
+    const Row* selectedRow() const;
+    // What runs the search in course: the filter control that changed, the tool bar for its
+    // Buscar button; none for the first search and those that follow an action.
+    QWidget* searchSource() const { return source_; }
 
     schema::DateAmountFilter range() const;
     void setStatus(const QString& text);
@@ -97,6 +114,7 @@ protected:
 
 private:
     QToolBar* resetButton(QWidget* control);
+    void searchFrom(QWidget* source);
     void changed(QWidget* source);
     void closeScreen();
 
@@ -107,9 +125,17 @@ private:
     QDateEdit *Dtdata1, *Dtdata2;
     QComboBox* cmbOperacio;
     QLineEdit *txtImport, *txtTotal, *txtApunts;
+    QList<QWidget*> amountFilter_, total_;
+    QWidget* source_ = nullptr;
+    QPointer<QWidget> focusAfter_;
+    struct {
+        QDate from, to;
+    } searched_;
+    int amountColumn_ = 0;
     QTableWidget* DbGrid1;
     std::vector<Row> rows_;
     QList<QRadioButton*> orderOptions_;
+    QWidget* ordersHeading_;
     int listFilters_ = 0;
     bool searching_ = false;
     QString status_;
