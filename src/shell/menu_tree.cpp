@@ -60,7 +60,7 @@ const std::vector<MenuEntry>& menuTree() {
         separator("Mnu3", "s6"),
         item("Mnu3", "MnuSuplidos", 6503, true),
         separator("Mnu3", "mns2"),
-        item("Mnu3", "mnu_movimientos", 6650),
+        item("Mnu3", "mnu_movimientos", 6650, true),
 
         menu("Mnu4", 216),
         item("Mnu4", "consing", 217),
@@ -73,11 +73,11 @@ const std::vector<MenuEntry>& menuTree() {
         item("Mnu4", "mnuconsBor", 6851),
         item("Mnu4", "mnuconsAlb", 7017),
         separator("Mnu4", "mssnu"),
-        item("Mnu4", "mnuConsOtros", 6744),
+        item("Mnu4", "mnuConsOtros", 6744, true),
 
         menu("mnu_Tesoreria", 6643),
         item("mnu_Tesoreria", "mnu_cuentas", 6647, true),
-        item("mnu_Tesoreria", "mnu_extractos", 6651),
+        item("mnu_Tesoreria", "mnu_extractos", 6651, true),
         separator("mnu_Tesoreria", "mnuspe"),
         item("mnu_Tesoreria", "mnucartera", 6662, true),
         separator("mnu_Tesoreria", "s8"),

@@ -1,5 +1,6 @@
 #include "shell/ui/form_mdi.h"
 #include "books/customer_listings.h"
+#include "context/common_helpers.h"
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/working_context.h"
@@ -15,7 +16,11 @@
 #include "shell/settings_files.h"
 #include "shell/ui/blockmes.h"
 #include "store/database.h"
+#include "treasury/other_movements.h"
 #include "treasury/ui/form_cartera_recibos.h"
+#include "treasury/ui/form_cons_extracto.h"
+#include "treasury/ui/form_cons_otros.h"
+#include "treasury/ui/frm_tesoreria_otros.h"
 #include "widgets/obre_ajuda.h"
 
 #include <QAction>
@@ -94,7 +99,8 @@ private slots:
         FormMDI window(ctx, dialogs);
         QCOMPARE(window.menuAction(QStringLiteral("mnu_extractos"))->text(), Missatge(ctx, 6651));
         QVERIFY(window.menuAction(QStringLiteral("mnu_Tesoreria"))->isVisible());
-        QVERIFY(!window.menuAction(QStringLiteral("mnu_extractos"))->isEnabled());
+        QVERIFY(window.menuAction(QStringLiteral("mnu_extractos"))->isEnabled());
+        QVERIFY(!window.menuAction(QStringLiteral("mnullibres"))->isEnabled());
         QVERIFY(window.menuAction(QStringLiteral("mnuRepara"))->isEnabled());
         QCOMPARE(window.BarraMDI()->findChild<QAction*>(QStringLiteral("Vendes"))->text(), Missatge(ctx, 232));
         window.Activa_BarraMDI(false);
@@ -193,6 +199,79 @@ private slots:
         window.menuAction(QStringLiteral("mnucartera"))->trigger();
         QCOMPARE(window.mdiArea()->subWindowList().size(), 2);  // the month lock and the portfolio
         QVERIFY(qobject_cast<FormCarteraRecibos*>(window.mdiArea()->activeSubWindow()->widget()));
+    }
+
+    void theStatementOpensEachMovementWhereItCameFrom() {
+        WorkingContext ctx = fresh();
+        ScriptedDialogs dialogs;
+        ctx.Directori = program_.path() + QStringLiteral("/statement/2026/");
+        ctx.Exercici = QStringLiteral("2026");
+        QDir().mkpath(ctx.Directori);
+        schema::createExerciseDatabases(ctx.Directori);
+        ctx.Tesoreria = true;
+        schema::Actualitza_Bases(ctx);
+        store::Database tesorer = store::Database::open(ctx.Directori + schema::db::Tesorer);
+        tesorer.execute(QStringLiteral(
+            "insert into entidades (Id, Grup, entidad) values (2, 572, 'Banco');"
+            "insert into movimientos (Id, data, entidad, cliente, Supl, concepto, D, H) values "
+            "(1, '2026-03-06', 2, 2, 7, 'Provisión. Fondos', 6000000, 0), "
+            "(2, '2026-03-07', 2, 3, 0, 'Cobro fra. 5', 100000, 0)"));
+        store::Database::open(ctx.Directori + schema::db::Supl)
+            .execute(QStringLiteral(
+                "insert into Suplidos (Ordre, total, Proveidor, NomProveidor, Tipus, NomTipus, "
+                "descripcio, data) values (7, 6000000, 2, 'COLMADO RUIZ', 'P', 'Provisión', "
+                "'Fondos', '2026-03-06')"));
+        treasury::OtherMovement transfer;
+        transfer.data = QDate(2026, 3, 8);
+        transfer.concepto = QStringLiteral("Al banco");
+        transfer.importe = QStringLiteral("50");
+        transfer.saleTesoreria = 1;
+        transfer.entraTesoreria = 2;
+        const std::int64_t asiento = treasury::postOtherMovement(ctx, dialogs, transfer).asiento;
+
+        FormMDI window(ctx, dialogs);
+        window.show();
+        for (const char* entry : {"mnu_movimientos", "mnuConsOtros", "mnu_extractos"}) {
+            QVERIFY(window.menuAction(QString::fromLatin1(entry))->isEnabled());
+            window.menuAction(QString::fromLatin1(entry))->trigger();
+            window.menuAction(QString::fromLatin1(entry))->trigger();
+        }
+        QCOMPARE(window.mdiArea()->subWindowList().size(), 4);  // the month lock and one each
+        auto* statement =
+            qobject_cast<FormConsEXTRACTO*>(window.mdiArea()->activeSubWindow()->widget());
+        QVERIFY(statement);
+        // The opening line, the provision, the collection, the transfer's two movements.
+        QCOMPARE(statement->grid()->rowCount(), 5);
+
+        // An invoice's settlement is not changed here.
+        statement->grid()->selectRow(2);
+        statement->Modificar();
+        QCOMPARE(dialogs.shown().size(), std::size_t{1});
+        QCOMPARE(dialogs.lastText(), Missatge(ctx, 6751));
+        QCOMPARE(window.mdiArea()->activeSubWindow()->widget(), statement);
+
+        // A provision opens on its screen, in front.
+        statement->grid()->selectRow(1);
+        statement->Modificar();
+        auto* provisions =
+            qobject_cast<FormSuplidos*>(window.mdiArea()->activeSubWindow()->widget());
+        QVERIFY(provisions);
+        QCOMPARE(provisions->findChild<QLabel*>(QStringLiteral("lblOrdre"))->text(),
+                 QStringLiteral("7"));
+
+        // An other movement opens on its own screen, and its saved change searches again.
+        statement->grid()->selectRow(4);
+        statement->Modificar();
+        auto* other =
+            qobject_cast<FrmTesoreriaOtros*>(window.mdiArea()->activeSubWindow()->widget());
+        QVERIFY(other);
+        QCOMPARE(other->findChild<QLabel*>(QStringLiteral("lblOrdre"))->text(),
+                 QString::number(asiento));
+        other->findChild<QLineEdit*>(QStringLiteral("txtImporte"))->setText(QStringLiteral("75"));
+        other->Contabilizar();
+        QCOMPARE(statement->grid()->item(4, 4)->text(),
+                 Format_Import(ctx, Money::fromUnits(750000)));
+        QVERIFY(other->findChild<QLabel*>(QStringLiteral("lblOrdre"))->text().isEmpty());
     }
 
     void aListingSentToTheWindowOpensItsPreviewAsAChild() {

@@ -24,8 +24,12 @@
 #include "shell/settings_files.h"
 #include "shell/startup.h"
 #include "store/store_error.h"
+#include "treasury/other_movements.h"
 #include "treasury/ui/form_cartera_recibos.h"
 #include "treasury/ui/form_cartera_run.h"
+#include "treasury/ui/form_cons_extracto.h"
+#include "treasury/ui/form_cons_otros.h"
+#include "treasury/ui/frm_tesoreria_otros.h"
 #include "widgets/field_behaviour.h"
 #include "widgets/obre_ajuda.h"
 #include "widgets/screen_style.h"
@@ -207,6 +211,12 @@ void FormMDI::runEntry(const QString& name) {
         openScreen<FormCarteraCobrar>([this] { return new FormCarteraCobrar(ctx_, dialogs_); });
     } else if (name == QStringLiteral("mnu_salidas")) {
         openScreen<FormCarteraPagar>([this] { return new FormCarteraPagar(ctx_, dialogs_); });
+    } else if (name == QStringLiteral("mnu_movimientos")) {
+        openOtherMovements();
+    } else if (name == QStringLiteral("mnuConsOtros")) {
+        openOtherMovementsInquiry();
+    } else if (name == QStringLiteral("mnu_extractos")) {
+        openStatement();
     } else if (name == QStringLiteral("mnu_cuentas")) {
         openMaster<frmTesoreria_cuentas>();
     } else if (name == QStringLiteral("mnu_contrapartidas")) {
@@ -398,6 +408,67 @@ void FormMDI::openProvisionInquiry() {
         });
         return inquiry;
     });
+}
+
+FrmTesoreriaOtros* FormMDI::openOtherMovements() {
+    return openScreen<FrmTesoreriaOtros>([this] { return new FrmTesoreriaOtros(ctx_, dialogs_); });
+}
+
+void FormMDI::openOtherMovementsInquiry() {
+    openScreen<FormConsOtros>([this] {
+        auto* inquiry = new FormConsOtros(ctx_, dialogs_, &reportJob(), reportOutput());
+        connect(inquiry, &FormConsOtros::modifyRequested, this, [this, inquiry](qint64 asiento) {
+            FrmTesoreriaOtros* screen = openOtherMovements();
+            if (!screen) return;
+            connect(screen, &FrmTesoreriaOtros::movementChanged, inquiry, &FormConsOtros::Buscar,
+                    Qt::UniqueConnection);
+            screen->Modifica_Otros(asiento);
+        });
+        return inquiry;
+    });
+}
+
+void FormMDI::openStatement() {
+    openScreen<FormConsEXTRACTO>([this] {
+        auto* statement = new FormConsEXTRACTO(ctx_, dialogs_, &reportJob(), reportOutput());
+        connect(statement, &FormConsEXTRACTO::modifyRequested, this, [this, statement](qint64 id) {
+            Modifica_Moviment(id, [statement] { statement->Buscar(); });
+        });
+        return statement;
+    });
+}
+
+void FormMDI::Modifica_Moviment(std::int64_t id, const std::function<void()>& changed) {
+    Barra_Estat(QStringLiteral("Procesando..."));
+    std::optional<treasury::MovementSource> source;
+    try {
+        source = treasury::movementSource(ctx_, id);
+    } catch (const store::StoreError& error) {
+        dialogs_.stop(error.message());
+    }
+    Barra_Estat(QString());
+    if (!source) return;
+    switch (source->origin) {
+        case treasury::MovementOrigin::Provision:
+            if (FormSuplidos* screen = openProvisions()) {
+                connect(screen, &FormSuplidos::provisionChanged, this, changed,
+                        Qt::SingleShotConnection);
+                screen->Modifica_Suplido(QString::number(source->number));
+            }
+            break;
+        case treasury::MovementOrigin::Invoice:
+            dialogs_.information(Missatge(ctx_, 6751));
+            break;
+        case treasury::MovementOrigin::Other:
+            if (FrmTesoreriaOtros* screen = openOtherMovements()) {
+                connect(screen, &FrmTesoreriaOtros::movementChanged, this, changed,
+                        Qt::SingleShotConnection);
+                screen->Modifica_Otros(source->number);
+            }
+            break;
+        case treasury::MovementOrigin::None:
+            break;
+    }
 }
 
 void FormMDI::Tanca_Filles() {

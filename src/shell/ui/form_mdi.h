@@ -5,6 +5,8 @@
 
 #include <QHash>
 
+#include <cstdint>
+#include <functional>
 #include <memory>
 
 class QAction;
@@ -29,6 +31,7 @@ class blockmes;
 class FormCompres;
 class FormSuplidos;
 class FormVendes;
+class FrmTesoreriaOtros;
 
 class FormMDI : public QMainWindow {
     Q_OBJECT
@@ -55,6 +58,11 @@ public:
     // The purchases and the provisions screens, likewise.
     FormCompres* openPurchases();
     FormSuplidos* openProvisions();
+    FrmTesoreriaOtros* openOtherMovements();
+    // Modifica_Moviment: a movement of the statement opened in the screen it came from (a
+    // provision or disbursement, an other movement), in front; an invoice's settlement
+    // cannot be changed (6751). `changed` runs once the change is saved.
+    void Modifica_Moviment(std::int64_t id, const std::function<void()>& changed);
 
     // Panel 2 of the status bar.
     void Barra_Estat(const QString& text);
@@ -96,6 +104,8 @@ private:
     Screen* openScreen(Make make);
     void openPurchaseInquiry();
     void openProvisionInquiry();
+    void openOtherMovementsInquiry();
+    void openStatement();
     void fillWindowMenu(QMenu* menu);
     void applyScreenMode();
     // F1 of the shell stands aside while a screen with a help page of its own has the focus,
