@@ -248,6 +248,15 @@ InquiryScreen::~InquiryScreen() {
         disconnect(w, nullptr, this, nullptr);
 }
 
+void InquiryScreen::printList(const std::function<void()>& run) {
+    try {
+        run();
+    } catch (const store::StoreError& error) {
+        showError(error.message());
+    }
+    Buscar();
+}
+
 void InquiryScreen::focusAfterSearch(QWidget* w) {
     focusAfter_ = w;
 }

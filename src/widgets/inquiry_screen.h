@@ -19,6 +19,7 @@
 #include <QWidget>
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -87,6 +88,9 @@ protected:
     // For a screen that filters by no amount, or has no total to show under its grid.
     void hideAmountFilter();
     void hideTotal();
+    // Imprimir's frame: `run` prints the list (which runs its own search), a fault of the
+    // store shows its description, and the grid is searched again.
+    void printList(const std::function<void()>& run);
     // Where the focus goes after the search in course, instead of the control that ran it.
     void focusAfterSearch(QWidget* w);
     // The columns from `column` on hold amounts: right-aligned, each as wide as the last.

@@ -190,13 +190,10 @@ bool FormConsIN::remove(std::int64_t ordre) {
 
 void FormConsIN::print() {
     if (!job_) return;
-    try {
+    printList([this] {
         purchases::Imprimir_Compres(ctx_, dialogs_, *job_, output_, filter(), {},
                                     QDate::currentDate());
-    } catch (const store::StoreError& error) {
-        showError(error.message());
-    }
-    Buscar();
+    });
 }
 
 void FormConsIN::open(std::int64_t ordre) {

@@ -6,7 +6,6 @@
 #include "purchases/purchase_inquiry.h"
 #include "purchases/purchase_reports.h"
 #include "report/report_helpers.h"
-#include "store/store_error.h"
 
 #include <QComboBox>
 #include <QRadioButton>
@@ -84,13 +83,10 @@ bool FormConsSupl::remove(std::int64_t ordre) {
 
 void FormConsSupl::print() {
     if (!job_) return;
-    try {
+    printList([this] {
         purchases::Imprimir_Suplidos(ctx_, dialogs_, *job_, output_, filter(), {},
                                      QDate::currentDate());
-    } catch (const store::StoreError& error) {
-        showError(error.message());
-    }
-    Buscar();
+    });
 }
 
 void FormConsSupl::open(std::int64_t ordre) {

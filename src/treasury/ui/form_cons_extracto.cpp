@@ -249,13 +249,10 @@ void FormConsEXTRACTO::Devolucion() {
 void FormConsEXTRACTO::print() {
     if (!job_) return;
     const schema::DateAmountFilter dates = range();
-    try {
+    printList([&] {
         treasury::Imprimir_Extracto(ctx_, dialogs_, *job_, output_, account(), dates.from, dates.to,
                                     {}, QDate::currentDate());
-    } catch (const store::StoreError& error) {
-        showError(error.message());
-    }
-    Buscar();
+    });
 }
 
 void FormConsEXTRACTO::open(std::int64_t id) {

@@ -3,7 +3,6 @@
 #include "context/common_helpers.h"
 #include "context/messages.h"
 #include "context/working_context.h"
-#include "store/store_error.h"
 #include "treasury/treasury_reports.h"
 
 #include <QComboBox>
@@ -67,13 +66,10 @@ bool FormConsOtros::remove(std::int64_t asiento) {
 
 void FormConsOtros::print() {
     if (!job_) return;
-    try {
+    printList([this] {
         treasury::Imprimir_Otros(ctx_, dialogs_, *job_, output_, filter(), {},
                                  QDate::currentDate());
-    } catch (const store::StoreError& error) {
-        showError(error.message());
-    }
-    Buscar();
+    });
 }
 
 void FormConsOtros::open(std::int64_t asiento) {
