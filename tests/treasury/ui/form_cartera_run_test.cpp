@@ -7,6 +7,7 @@
 #include "context/working_context.h"
 #include "schema/creation.h"
 #include "schema/upgrades.h"
+#include "screen_helpers.h"
 #include "store/database.h"
 #include "treasury_exercise.h"
 #include "widgets/obre_ajuda.h"
@@ -22,6 +23,8 @@
 #include <QtTest>
 
 using namespace tallora;
+using testing::child;
+using testing::column;
 
 namespace {
 
@@ -55,23 +58,8 @@ public:
     }
 };
 
-QStringList column(const QTableWidget* grid, int c) {
-    QStringList out;
-    for (int r = 0; r < grid->rowCount(); ++r) out << grid->item(r, c)->text();
-    return out;
-}
-
-template <class T>
-T* child(QWidget* form, const char* name) {
-    T* w = form->findChild<T*>(QLatin1String(name));
-    if (!w) qFatal("no child %s", name);
-    return w;
-}
-
 void show(QWidget& form) {
-    form.resize(1200, 640);
-    form.show();
-    QVERIFY(QTest::qWaitForWindowActive(&form));
+    testing::show(form, {1200, 640});
 }
 
 }  // namespace

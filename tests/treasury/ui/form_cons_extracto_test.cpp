@@ -6,6 +6,7 @@
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/working_context.h"
+#include "screen_helpers.h"
 #include "treasury/other_movements.h"
 #include "treasury_exercise.h"
 
@@ -21,6 +22,7 @@
 #include <QtTest>
 
 using namespace tallora;
+using testing::child;
 
 namespace {
 
@@ -58,13 +60,6 @@ public:
     }
 };
 
-template <class T>
-T* child(QWidget* form, const char* name) {
-    T* w = form->findChild<T*>(QLatin1String(name));
-    if (!w) qFatal("no child %s", name);
-    return w;
-}
-
 QStringList line(const QTableWidget* grid, int r) {
     QStringList out;
     for (int c = 0; c < grid->columnCount(); ++c)
@@ -97,9 +92,7 @@ private slots:
 void FormConsExtractoTest::everyAccountAtTheStartThenOneWithItsOpeningLine() {
     Exercise x;
     FormConsEXTRACTO form(x.ctx, x.dialogs);
-    form.resize(1200, 640);
-    form.show();
-    QVERIFY(QTest::qWaitForWindowActive(&form));
+    testing::show(form, {1200, 640});
     QCOMPARE(form.windowTitle(), Missatge(x.ctx, 6745));
     auto* grid = form.grid();
     QCOMPARE(grid->horizontalHeaderItem(4)->text(), Missatge(x.ctx, 6747));
@@ -135,8 +128,7 @@ void FormConsExtractoTest::everyAccountAtTheStartThenOneWithItsOpeningLine() {
 void FormConsExtractoTest::aReceiptReturnedWholeAndInPartAndAReturnNeverReturned() {
     Exercise x;
     FormConsEXTRACTO form(x.ctx, x.dialogs);
-    form.show();
-    QVERIFY(QTest::qWaitForWindowActive(&form));
+    testing::show(form, {1200, 640});
     chooseAccount(&form, QStringLiteral("BANCO NORTE"));
     auto* grid = form.grid();
     auto* date = child<QDateEdit>(&form, "FechaDevolucion");
@@ -184,8 +176,7 @@ void FormConsExtractoTest::aReceiptReturnedWholeAndInPartAndAReturnNeverReturned
 void FormConsExtractoTest::theDetailDeletionAndTheOpeningLine() {
     Exercise x;
     FormConsEXTRACTO form(x.ctx, x.dialogs);
-    form.show();
-    QVERIFY(QTest::qWaitForWindowActive(&form));
+    testing::show(form, {1200, 640});
     chooseAccount(&form, QStringLiteral("BANCO NORTE"));
     auto* grid = form.grid();
     QList<qint64> opened;

@@ -5,6 +5,7 @@
 #include "context/entry_fields.h"
 #include "context/messages.h"
 #include "context/working_context.h"
+#include "screen_helpers.h"
 #include "treasury/ui/form_cons_otros.h"
 #include "treasury/ui/frm_tesoreria_otros.h"
 #include "treasury_exercise.h"
@@ -20,6 +21,8 @@
 #include <QtTest>
 
 using namespace tallora;
+using testing::child;
+using testing::column;
 
 namespace {
 
@@ -45,24 +48,8 @@ public:
     }
 };
 
-template <class T>
-T* child(QWidget* form, const char* name) {
-    T* w = form->findChild<T*>(QLatin1String(name));
-    if (!w) qFatal("no child %s", name);
-    return w;
-}
-
 void show(QWidget& form) {
-    form.resize(1100, 640);
-    form.show();
-    QVERIFY(QTest::qWaitForWindowActive(&form));
-}
-
-QStringList column(const QTableWidget* grid, int c) {
-    QStringList out;
-    for (int r = 0; r < grid->rowCount(); ++r)
-        out << (grid->item(r, c) ? grid->item(r, c)->text() : QString());
-    return out;
+    testing::show(form, {1100, 640});
 }
 
 QWidget* focused() {
