@@ -1,10 +1,18 @@
 #include "treasury_gallery.h"
 
 #include "context/working_context.h"
+#include "treasury/account_statement.h"
+#include "treasury/other_movements.h"
 #include "treasury/runs.h"
 #include "treasury/ui/form_cartera_run.h"
+#include "treasury/ui/form_cons_extracto.h"
+#include "treasury/ui/form_cons_otros.h"
+#include "treasury/ui/frm_tesoreria_otros.h"
 
+#include <QAction>
 #include <QComboBox>
+#include <QDateEdit>
+#include <QLineEdit>
 #include <QTableWidget>
 
 namespace tallora {
@@ -33,12 +41,107 @@ GalleryScreen runScreen(const treasury::RunSide& side,
             }};
 }
 
+std::int64_t accountNamed(const std::vector<treasury::AccountItem>& items, const char* prefix) {
+    for (const treasury::AccountItem& item : items)
+        if (item.name.startsWith(QString::fromUtf8(prefix))) return item.id;
+    qFatal("the sample has no account %s", prefix);
+}
+
+// Money moved without invoices, and the last receipt of the customers collected on the bank
+// and returned unpaid; made once, whichever screen asks first.
+void treasurySample(const WorkingContext& ctx, Dialogs& dialogs) {
+    if (!treasury::searchOtherMovements(ctx, {}).empty()) return;
+    const auto treasuryItems = treasury::treasuryAccountItems(ctx);
+    const auto otherItems = treasury::otherAccountItems(ctx);
+    const std::int64_t cash = accountNamed(treasuryItems, "CAJA"),
+                       bank = accountNamed(treasuryItems, "CAIXABANK"),
+                       loan = accountNamed(otherItems, "PRÉSTAMO"),
+                       owner = accountNamed(otherItems, "CUENTA DEL TITULAR");
+    const int year = ctx.Exercici.toInt();
+    struct Move {
+        int month, day;
+        const char* concepto;
+        const char* importe;
+        std::int64_t saleTes, saleOtra, entraTes, entraOtra;
+    };
+    const Move moves[] = {
+        {1, 15, "Préstamo ICO: ingreso", "18000", 0, loan, bank, 0},
+        {2, 3, "Ingreso de caja en banco", "1200", cash, 0, bank, 0},
+        {2, 28, "Cuota préstamo febrero", "412,35", bank, 0, 0, loan},
+        {3, 10, "Aportación del titular", "2500", 0, owner, bank, 0},
+        {3, 28, "Cuota préstamo marzo", "412,35", bank, 0, 0, loan},
+    };
+    for (const Move& m : moves) {
+        treasury::OtherMovement e;
+        e.data = QDate(year, m.month, m.day);
+        e.concepto = QString::fromUtf8(m.concepto);
+        e.importe = QString::fromLatin1(m.importe);
+        e.saleTesoreria = m.saleTes;
+        e.saleOtra = m.saleOtra;
+        e.entraTesoreria = m.entraTes;
+        e.entraOtra = m.entraOtra;
+        treasury::postOtherMovement(ctx, dialogs, e);
+    }
+    treasury::Buida_Borrador(ctx, treasury::kCollections);
+    const auto open = treasury::openReceipts(ctx, treasury::kCollections);
+    if (open.empty()) qFatal("the sample has no receipt to collect");
+    treasury::Passa_Recibo(ctx, dialogs, treasury::kCollections, open.back().id, QString());
+    treasury::Contabilizar(ctx, dialogs, treasury::kCollections, bank, QDate(year, 3, 20));
+    for (const treasury::StatementLine& line :
+         treasury::Busca_Extracto(ctx, bank, QDate(year, 3, 20), QDate(year, 3, 20)))
+        if (line.id) treasury::returnReceipt(ctx, *line.id, QDate(year, 4, 2));
+}
+
+template <class Screen>
+GalleryScreen treasuryScreen(const char* name, std::function<void(WorkingContext&)> openExercise,
+                             Dialogs& dialogs, std::function<void(Screen&)> prepare) {
+    return {QString::fromLatin1(name), [openExercise, &dialogs, prepare](WorkingContext& ctx) {
+                openExercise(ctx);
+                ctx.Tesoreria = true;
+                treasurySample(ctx, dialogs);
+                auto screen = std::make_unique<Screen>(ctx, dialogs);
+                screen->resize(1200, 640);
+                prepare(*screen);
+                return std::unique_ptr<QWidget>(std::move(screen));
+            }};
+}
+
+// The entry screen with a movement typed: the owner takes cash out of the bank.
+void typeWithdrawal(FrmTesoreriaOtros& screen) {
+    auto* sale = screen.findChild<QComboBox*>(QStringLiteral("cmbSaleTesoreria"));
+    sale->setCurrentIndex(sale->findText(QStringLiteral("CAIXABANK C/C")));
+    auto* entra = screen.findChild<QComboBox*>(QStringLiteral("cmbEntraOtrasCuentas"));
+    entra->setCurrentIndex(entra->findText(QStringLiteral("CUENTA DEL TITULAR")));
+    screen.findChild<QDateEdit*>(QStringLiteral("Fecha"))
+        ->setDate(QDate(screen.entry().data.year(), 4, 6));
+    screen.findChild<QLineEdit*>(QStringLiteral("txtConcepte"))
+        ->setText(QStringLiteral("Retirada del titular"));
+    screen.findChild<QLineEdit*>(QStringLiteral("txtImporte"))->setText(QStringLiteral("600,00"));
+}
+
+// The bank's statement with the returned receipt selected and shown as a double entry.
+void showReturn(FormConsEXTRACTO& screen) {
+    const auto accounts = screen.findChild<QComboBox*>(QStringLiteral("CmbTesoreria"));
+    screen.setAccount(
+        accounts->itemData(accounts->findText(QStringLiteral("CAIXABANK C/C"))).toLongLong());
+    QTableWidget* grid = screen.grid();
+    for (int r = 0; r < grid->rowCount(); ++r)
+        if (grid->item(r, 2)->text().startsWith(QStringLiteral("Devol"))) grid->selectRow(r);
+    screen.Mes_EXTRACTO();
+}
+
 }  // namespace
 
 void addTreasuryScreens(std::vector<GalleryScreen>& screens,
                         std::function<void(WorkingContext&)> openExercise, Dialogs& dialogs) {
     screens.push_back(runScreen<FormCarteraCobrar>(treasury::kCollections, openExercise, dialogs));
     screens.push_back(runScreen<FormCarteraPagar>(treasury::kPayments, openExercise, dialogs));
+    screens.push_back(treasuryScreen<FrmTesoreriaOtros>("FrmTesoreriaOtros", openExercise, dialogs,
+                                                        typeWithdrawal));
+    screens.push_back(treasuryScreen<FormConsOtros>("FormConsOtros", openExercise, dialogs,
+                                                    [](FormConsOtros&) {}));
+    screens.push_back(
+        treasuryScreen<FormConsEXTRACTO>("FormConsEXTRACTO", openExercise, dialogs, showReturn));
 }
 
 }  // namespace tallora

@@ -74,8 +74,12 @@ FrmTesoreriaOtros::FrmTesoreriaOtros(WorkingContext& ctx, Dialogs& dialogs, QWid
     cmbEntraTesoreria = accountList(QStringLiteral("cmbEntraTesoreria"), nullptr);
     cmbEntraOtrasCuentas = accountList(QStringLiteral("cmbEntraOtrasCuentas"), cmbEntraTesoreria);
     auto* sides = new QHBoxLayout;
-    sides->addWidget(side(m(6743), cmbSaleTesoreria, cmbSaleOtrasCuentas), 1);
-    sides->addWidget(side(QStringLiteral("ENTRA (D)"), cmbEntraTesoreria, cmbEntraOtrasCuentas), 1);
+    sides->addWidget(side(fixed("Importe que SALE de", "Import que SURT de"), cmbSaleTesoreria,
+                          cmbSaleOtrasCuentas),
+                     1);
+    sides->addWidget(side(fixed("Importe que ENTRA EN", "Import que ENTRA A"), cmbEntraTesoreria,
+                          cmbEntraOtrasCuentas),
+                     1);
 
     txtConcepte = field(QStringLiteral("txtConcepte"), schema::kConceptLength);
     txtImporte = field(QStringLiteral("txtImporte"), 18);
@@ -180,7 +184,7 @@ QWidget* FrmTesoreriaOtros::side(const QString& title, QComboBox* treasury, QCom
         return b;
     };
     g->addWidget(caption(treasury->objectName() + QStringLiteral("_lbl"),
-                         fixed("Caja o banco", "Caixa o banc"), treasury),
+                         fixed("Cuenta de tesorería", "Compte de tresoreria"), treasury),
                  1, 0);
     g->addWidget(treasury, 1, 1);
     g->addWidget(clearButton(treasury, sale ? QStringLiteral("clearSaleTesoreria")
