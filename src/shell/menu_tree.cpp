@@ -37,7 +37,7 @@ const std::vector<MenuEntry>& menuTree() {
         fixed("Mnu1", "mnuimportar", "Importar / Exportar", false),
         separator("Mnu1", "ssss"),
         item("Mnu1", "mnuConfiguracio", 208, true),
-        item("Mnu1", "mnuAsistente", 6951),
+        item("Mnu1", "mnuAsistente", 6951, true),
         separator("Mnu1", "mnusepa"),
         item("Mnu1", "mnuRepara", 6763, true),
         item("Mnu1", "mnuCompactar", 6764, true),

@@ -5,6 +5,7 @@
 #include "context/messages.h"
 #include "context/working_context.h"
 #include "master/ui/customers_form.h"
+#include "master/ui/treasury_accounts_form.h"
 #include "purchases/ui/form_compres.h"
 #include "purchases/ui/form_cons_in.h"
 #include "purchases/ui/form_cons_supl.h"
@@ -15,6 +16,7 @@
 #include "schema/upgrades.h"
 #include "shell/settings_files.h"
 #include "shell/ui/blockmes.h"
+#include "shell/ui/form_vista_rapida.h"
 #include "store/database.h"
 #include "treasury/other_movements.h"
 #include "treasury/ui/form_cartera_recibos.h"
@@ -32,6 +34,7 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -272,6 +275,55 @@ private slots:
         QCOMPARE(statement->grid()->item(4, 4)->text(),
                  Format_Import(ctx, Money::fromUnits(750000)));
         QVERIFY(other->findChild<QLabel*>(QStringLiteral("lblOrdre"))->text().isEmpty());
+    }
+
+    void theAssistantOpensAsSplashSaysAndItsLinksRunTheirEntries() {
+        WorkingContext ctx = fresh();
+        ScriptedDialogs dialogs;
+        ctx.Directori = program_.path() + QStringLiteral("/assistant/2026/");
+        ctx.Exercici = QStringLiteral("2026");
+        QDir().mkpath(ctx.Directori);
+        schema::createExerciseDatabases(ctx.Directori);
+        ctx.Tesoreria = true;
+        schema::Actualitza_Bases(ctx);
+        QFile::remove(ctx.programDir + settings::names::SplashCfg);
+        {
+            FormMDI window(ctx, dialogs);
+            window.show();
+            // No splash.cfg counts as 1: the assistant shows on opening.
+            window.startAssistant();
+            QCOMPARE(window.mdiArea()->subWindowList().size(), 2);
+            auto* assistant =
+                qobject_cast<FormVistaRapida*>(window.mdiArea()->activeSubWindow()->widget());
+            QVERIFY(assistant);
+            QCOMPARE(assistant->findChild<QLineEdit*>(QStringLiteral("txtVentas"))->text(),
+                     Format_Import(ctx, Money{}));
+            QVERIFY(assistant->check()->isChecked());
+            // A link runs its menu entry; one the program does not offer yet is greyed.
+            QVERIFY(!assistant->findChild<QPushButton*>(QStringLiteral("lbl3"))->isEnabled());
+            assistant->findChild<QPushButton*>(QStringLiteral("lbl14"))->click();
+            QVERIFY(
+                qobject_cast<frmTesoreria_cuentas*>(window.mdiArea()->activeSubWindow()->widget()));
+            // The menu brings the open one to the front.
+            window.menuAction(QStringLiteral("mnuAsistente"))->trigger();
+            QCOMPARE(window.mdiArea()->activeSubWindow()->widget(), assistant);
+            assistant->check()->setChecked(false);
+            window.mdiArea()->activeSubWindow()->close();
+            QCOMPARE(settings::readSplash(ctx.programDir), 0);
+        }
+        FormMDI window(ctx, dialogs);
+        window.show();
+        window.startAssistant();
+        QCOMPARE(window.mdiArea()->subWindowList().size(), 1);  // the month lock only
+        window.menuAction(QStringLiteral("mnuAsistente"))->trigger();
+        auto* assistant =
+            qobject_cast<FormVistaRapida*>(window.mdiArea()->activeSubWindow()->widget());
+        QVERIFY(assistant);
+        QVERIFY(!assistant->check()->isChecked());
+        assistant->check()->setChecked(true);
+        QTest::keyClick(assistant, Qt::Key_Escape);
+        QCOMPARE(settings::readSplash(ctx.programDir), 1);
+        QCOMPARE(window.mdiArea()->subWindowList().size(), 1);
     }
 
     void aListingSentToTheWindowOpensItsPreviewAsAChild() {

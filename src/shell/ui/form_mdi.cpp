@@ -7,6 +7,7 @@
 #include "context/working_context.h"
 #include "form_configuracio.h"
 #include "form_edita_empresa.h"
+#include "form_vista_rapida.h"
 #include "master/ui/accounts_form.h"
 #include "master/ui/customers_form.h"
 #include "master/ui/references_form.h"
@@ -182,6 +183,8 @@ void FormMDI::runEntry(const QString& name) {
         openSettings();
     } else if (name == QStringLiteral("mnuEditarEmpresa")) {
         openCompanyData();
+    } else if (name == QStringLiteral("mnuAsistente")) {
+        openAssistant();
     } else if (name == QStringLiteral("mnuRepara") || name == QStringLiteral("mnuCompactar")) {
         QApplication::setOverrideCursor(Qt::WaitCursor);
         if (name == QStringLiteral("mnuRepara"))
@@ -408,6 +411,19 @@ void FormMDI::openProvisionInquiry() {
         });
         return inquiry;
     });
+}
+
+void FormMDI::openAssistant() {
+    openScreen<FormVistaRapida>([this] {
+        auto* assistant = new FormVistaRapida(ctx_, dialogs_);
+        // A link opens what its menu entry opens.
+        connect(assistant, &FormVistaRapida::entryRequested, this, &FormMDI::runEntry);
+        return assistant;
+    });
+}
+
+void FormMDI::startAssistant() {
+    if (settings::readSplash(ctx_.programDir) == 1) openAssistant();
 }
 
 FrmTesoreriaOtros* FormMDI::openOtherMovements() {

@@ -59,6 +59,10 @@ public:
     FormCompres* openPurchases();
     FormSuplidos* openProvisions();
     FrmTesoreriaOtros* openOtherMovements();
+    // The assistant, opened or brought to the front.
+    void openAssistant();
+    // The last step of opening an exercise: the assistant, while splash.cfg says 1.
+    void startAssistant();
     // Modifica_Moviment: a movement of the statement opened in the screen it came from (a
     // provision or disbursement, an other movement), in front; an invoice's settlement
     // cannot be changed (6751). `changed` runs once the change is saved.

@@ -11,6 +11,7 @@
 #include "form_mdi.h"
 #include "form_menu.h"
 #include "form_seleccio.h"
+#include "form_vista_rapida.h"
 #include "master/customers.h"
 #include "master/price_references.h"
 #include "master/suppliers.h"
@@ -294,6 +295,14 @@ std::vector<GalleryScreen> screenGallery() {
     addSalesScreens(screens, openExercise, dialogs());
     addPurchasesScreens(screens, openExercise, dialogs());
     addTreasuryScreens(screens, openExercise, dialogs());
+    // Last, so that its figures are those of the sales, purchases and treasury above.
+    screens.push_back({QStringLiteral("FormVistaRapida"), [](WorkingContext& ctx) {
+                           openExercise(ctx);
+                           ctx.Tesoreria = true;
+                           auto screen = std::make_unique<FormVistaRapida>(ctx, dialogs());
+                           screen->resize(1200, 640);
+                           return std::unique_ptr<QWidget>(std::move(screen));
+                       }});
     return screens;
 }
 

@@ -82,6 +82,7 @@ void Session::showShell() {
             emit finished();
     });
     show(shell);
+    shell->startAssistant();
 }
 
 void Session::show(QWidget* screen) {
