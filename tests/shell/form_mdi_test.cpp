@@ -275,6 +275,17 @@ private slots:
         QCOMPARE(statement->grid()->item(4, 4)->text(),
                  Format_Import(ctx, Money::fromUnits(750000)));
         QVERIFY(other->findChild<QLabel*>(QStringLiteral("lblOrdre"))->text().isEmpty());
+
+        // A statement closed while its movement is being changed is not searched again.
+        window.menuAction(QStringLiteral("mnu_extractos"))->trigger();
+        statement->grid()->selectRow(4);
+        statement->Modificar();
+        QCOMPARE(window.mdiArea()->activeSubWindow()->widget(), other);
+        for (QMdiSubWindow* w : window.mdiArea()->subWindowList())
+            if (w->widget() == statement) w->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        other->Contabilizar();
+        QVERIFY(other->findChild<QLabel*>(QStringLiteral("lblOrdre"))->text().isEmpty());
     }
 
     void theAssistantOpensAsSplashSaysAndItsLinksRunTheirEntries() {

@@ -43,6 +43,7 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPointer>
 #include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
@@ -448,7 +449,10 @@ void FormMDI::openStatement() {
     openScreen<FormConsEXTRACTO>([this] {
         auto* statement = new FormConsEXTRACTO(ctx_, dialogs_, &reportJob(), reportOutput());
         connect(statement, &FormConsEXTRACTO::modifyRequested, this, [this, statement](qint64 id) {
-            Modifica_Moviment(id, [statement] { statement->Buscar(); });
+            // The statement may be closed before the change is saved.
+            Modifica_Moviment(id, [statement = QPointer<FormConsEXTRACTO>(statement)] {
+                if (statement) statement->Buscar();
+            });
         });
         return statement;
     });
