@@ -11,7 +11,6 @@
 #include "widgets/field_behaviour.h"
 #include "widgets/screen_style.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QGridLayout>
@@ -315,27 +314,23 @@ void FrmTesoreriaOtros::refused(treasury::OtherField field) {
 void FrmTesoreriaOtros::Contabilizar() {
     if (gravant_) return;
     gravant_ = true;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
     const treasury::OtherMovement e = entry();
-    treasury::OtherPosting posted;
-    bool written = false;
+    // The checks answer with their own messages; the write itself is one short transaction,
+    // so no busy cursor stands over a question.
+    std::optional<treasury::OtherPosting> posted;
     try {
         posted = treasury::postOtherMovement(ctx_, dialogs_, e);
-        written = !posted.refused;
     } catch (const store::StoreError& error) {
-        QApplication::restoreOverrideCursor();
         dialogs_.stop(error.message());
-        QApplication::setOverrideCursor(Qt::WaitCursor);
     }
-    QApplication::restoreOverrideCursor();
     gravant_ = false;
-    if (posted.refused) {
-        refused(*posted.refused);
+    if (!posted) return;
+    if (posted->refused) {
+        refused(*posted->refused);
         return;
     }
-    if (!written) return;
     const bool change = e.asiento.has_value();
-    logEntry(posted.asiento, e,
+    logEntry(posted->asiento, e,
              change ? fixed("Apunte modificado", "Apunt modificat")
                     : fixed("Apunte grabado", "Apunt enregistrat"));
     Neteja_Moviment();
