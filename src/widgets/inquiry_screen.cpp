@@ -284,23 +284,25 @@ schema::DateAmountFilter InquiryScreen::range() const {
     return f;
 }
 
-void InquiryScreen::searchFrom(QWidget* source) {
+bool InquiryScreen::searchFrom(QWidget* source) {
     source_ = source;
     Buscar();
     source_ = nullptr;
+    const QPointer<QWidget> target = focusAfter_;
+    focusAfter_ = nullptr;
+    if (target && target->isVisible()) target->setFocus();
+    return target;
 }
 
 void InquiryScreen::changed(QWidget* source) {
-    searchFrom(source);
-    QWidget* target = focusAfter_ ? focusAfter_.data() : source;
-    focusAfter_ = nullptr;
-    if (target && target->isVisible()) target->setFocus();
+    if (searchFrom(source)) return;
+    if (source && source->isVisible()) source->setFocus();
 }
 
 void InquiryScreen::Buscar() {
     if (searching_) return;
     searching_ = true;
-    searched_ = {Dtdata1->date(), Dtdata2->date()};
+    const decltype(searched_) dates{Dtdata1->date(), Dtdata2->date()};
     Result result;
     bool found = true;
     try {
@@ -313,6 +315,8 @@ void InquiryScreen::Buscar() {
         showError(QString::fromUtf8(error.what()));
     }
     if (found) {
+        // A search that failed is tried again when its date field is left.
+        searched_ = dates;
         rows_ = std::move(result.rows);
         DbGrid1->setRowCount(0);
         DbGrid1->setRowCount(static_cast<int>(rows_.size()));

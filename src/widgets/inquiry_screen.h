@@ -118,7 +118,8 @@ protected:
 
 private:
     QToolBar* resetButton(QWidget* control);
-    void searchFrom(QWidget* source);
+    // The search run by `source`; true when the search sent the focus elsewhere.
+    bool searchFrom(QWidget* source);
     void changed(QWidget* source);
     void closeScreen();
 

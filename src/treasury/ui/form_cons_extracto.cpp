@@ -82,7 +82,7 @@ FormConsEXTRACTO::FormConsEXTRACTO(WorkingContext& ctx, Dialogs& dialogs, report
     bar->addWidget(FechaDevolucion);
     btnDevolucion = new QPushButton(Missatge(ctx_, 6985), bar);
     btnDevolucion->setObjectName(QStringLiteral("btnDevolucion"));
-    btnDevolucion->setFocusPolicy(Qt::ClickFocus);
+    btnDevolucion->setFocusPolicy(Qt::StrongFocus);
     bar->addWidget(btnDevolucion);
     connect(btnDevolucion, &QPushButton::clicked, this, &FormConsEXTRACTO::Devolucion);
 
@@ -248,6 +248,12 @@ void FormConsEXTRACTO::Devolucion() {
 
 void FormConsEXTRACTO::print() {
     if (!job_) return;
+    // The print runs the search first, which wants an account.
+    if (!account()) {
+        dialogs_.stop(Missatge(ctx_, 6750));
+        CmbTesoreria->setFocus();
+        return;
+    }
     const schema::DateAmountFilter dates = range();
     printList([&] {
         treasury::Imprimir_Extracto(ctx_, dialogs_, *job_, output_, account(), dates.from, dates.to,

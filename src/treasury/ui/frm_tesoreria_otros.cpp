@@ -317,6 +317,9 @@ void FrmTesoreriaOtros::Contabilizar() {
     const treasury::OtherMovement e = entry();
     // The checks answer with their own messages; the write itself is one short transaction,
     // so no busy cursor stands over a question.
+    const QString before = lblproces->text();
+    lblproces->setText(QStringLiteral("Grabando Apunte..."));
+    setStatus(m(725));
     std::optional<treasury::OtherPosting> posted;
     try {
         posted = treasury::postOtherMovement(ctx_, dialogs_, e);
@@ -324,9 +327,10 @@ void FrmTesoreriaOtros::Contabilizar() {
         dialogs_.stop(error.message());
     }
     gravant_ = false;
-    if (!posted) return;
-    if (posted->refused) {
-        refused(*posted->refused);
+    if (!posted || posted->refused) {
+        lblproces->setText(before);
+        setStatus(QString());
+        if (posted) refused(*posted->refused);
         return;
     }
     const bool change = e.asiento.has_value();

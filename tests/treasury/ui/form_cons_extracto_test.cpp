@@ -6,6 +6,7 @@
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/working_context.h"
+#include "report/report_job.h"
 #include "screen_helpers.h"
 #include "treasury/other_movements.h"
 #include "treasury_exercise.h"
@@ -87,6 +88,7 @@ private slots:
     void everyAccountAtTheStartThenOneWithItsOpeningLine();
     void aReceiptReturnedWholeAndInPartAndAReturnNeverReturned();
     void theDetailDeletionAndTheOpeningLine();
+    void buscarAndPrintWithoutAnAccountAreRefused();
 };
 
 void FormConsExtractoTest::everyAccountAtTheStartThenOneWithItsOpeningLine() {
@@ -219,6 +221,24 @@ void FormConsExtractoTest::theDetailDeletionAndTheOpeningLine() {
              (QStringList{"1", "2"}));
     QCOMPARE(grid->rowCount(), 3);
     QVERIFY(x.dialogs.shown().back().kind != ScriptedDialogs::Shown::Kind::Stop);
+}
+
+void FormConsExtractoTest::buscarAndPrintWithoutAnAccountAreRefused() {
+    Exercise x;
+    report::ReportJob job;
+    FormConsEXTRACTO form(x.ctx, x.dialogs, &job);
+    testing::show(form, {1200, 640});
+    auto* list = child<QComboBox>(&form, "CmbTesoreria");
+    form.grid()->setFocus();
+    form.tool(QStringLiteral("Buscar"))->trigger();
+    QCOMPARE(x.dialogs.lastText(), Missatge(x.ctx, 6750));
+    QCOMPARE(QApplication::focusWidget(), list);
+    form.grid()->setFocus();
+    form.tool(QStringLiteral("Imprimir"))->trigger();
+    QCOMPARE(x.dialogs.shown().size(), std::size_t{2});
+    QCOMPARE(x.dialogs.lastText(), Missatge(x.ctx, 6750));
+    QCOMPARE(QApplication::focusWidget(), list);
+    QVERIFY(job.ReportFileName.isEmpty());
 }
 
 QTEST_MAIN(FormConsExtractoTest)
