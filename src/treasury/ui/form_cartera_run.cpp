@@ -1,5 +1,7 @@
 #include "form_cartera_run.h"
 
+#include "account_list.h"
+
 #include "context/common_helpers.h"
 #include "context/dialogs.h"
 #include "context/messages.h"
@@ -243,15 +245,11 @@ void FormCarteraRun::fillParties() {
 }
 
 void FormCarteraRun::OMPLE_LLISTA_Entitats() {
-    const QVariant chosen = cmbEntitats_->currentData();
-    cmbEntitats_->clear();
     try {
-        for (const treasury::AccountItem& a : treasury::treasuryAccountItems(ctx_))
-            cmbEntitats_->addItem(a.name, QVariant::fromValue(a.id));
+        ui::fillAccountList(cmbEntitats_, treasury::treasuryAccountItems(ctx_));
     } catch (const store::StoreError& e) {
         dialogs_.stop(e.message());
     }
-    cmbEntitats_->setCurrentIndex(chosen.isValid() ? cmbEntitats_->findData(chosen) : -1);
 }
 
 void FormCarteraRun::refreshLists() {

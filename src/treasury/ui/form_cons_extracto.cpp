@@ -1,5 +1,7 @@
 #include "form_cons_extracto.h"
 
+#include "account_list.h"
+
 #include "context/common_helpers.h"
 #include "context/dialogs.h"
 #include "context/messages.h"
@@ -148,16 +150,12 @@ QFrame* FormConsEXTRACTO::buildDetail() {
 }
 
 void FormConsEXTRACTO::OMPLE_LLISTA_Entitats() {
-    const QVariant kept = CmbTesoreria->currentData();
-    CmbTesoreria->clear();
-    for (const treasury::AccountItem& item : treasury::treasuryAccountItems(ctx_))
-        CmbTesoreria->addItem(item.name, QVariant::fromValue<qint64>(item.id));
-    CmbTesoreria->setCurrentIndex(kept.isValid() ? CmbTesoreria->findData(kept) : -1);
+    ui::fillAccountList(CmbTesoreria, treasury::treasuryAccountItems(ctx_));
 }
 
 std::optional<std::int64_t> FormConsEXTRACTO::account() const {
-    if (CmbTesoreria->currentIndex() < 0) return std::nullopt;
-    return CmbTesoreria->currentData().toLongLong();
+    if (const std::int64_t id = ui::chosenAccount(CmbTesoreria)) return id;
+    return std::nullopt;
 }
 
 void FormConsEXTRACTO::setAccount(std::optional<std::int64_t> entidad) {

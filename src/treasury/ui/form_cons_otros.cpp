@@ -1,5 +1,7 @@
 #include "form_cons_otros.h"
 
+#include "account_list.h"
+
 #include "context/common_helpers.h"
 #include "context/messages.h"
 #include "context/working_context.h"
@@ -29,17 +31,13 @@ FormConsOtros::FormConsOtros(WorkingContext& ctx, Dialogs& dialogs, report::Repo
 }
 
 void FormConsOtros::OMPLE_LLISTA_Comptes() {
-    const QVariant kept = CmbCuenta->currentData();
-    CmbCuenta->clear();
-    for (const treasury::AccountItem& item : treasury::otherAccountItems(ctx_))
-        CmbCuenta->addItem(item.name, QVariant::fromValue<qint64>(item.id));
-    CmbCuenta->setCurrentIndex(kept.isValid() ? CmbCuenta->findData(kept) : -1);
+    ui::fillAccountList(CmbCuenta, treasury::otherAccountItems(ctx_));
 }
 
 treasury::OtherFilter FormConsOtros::filter() const {
     treasury::OtherFilter f;
     f.dates = range();
-    if (CmbCuenta->currentIndex() >= 0) f.cuenta = CmbCuenta->currentData().toLongLong();
+    if (const std::int64_t id = ui::chosenAccount(CmbCuenta)) f.cuenta = id;
     return f;
 }
 

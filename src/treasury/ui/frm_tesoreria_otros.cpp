@@ -1,5 +1,7 @@
 #include "frm_tesoreria_otros.h"
 
+#include "account_list.h"
+
 #include "context/common_helpers.h"
 #include "context/dialogs.h"
 #include "context/entry_fields.h"
@@ -24,27 +26,6 @@
 #include <QVBoxLayout>
 
 namespace tallora {
-namespace {
-
-// The id of a list's chosen row, 0 for none.
-std::int64_t chosen(const QComboBox* list) {
-    return list->currentIndex() < 0 ? 0 : list->currentData().toLongLong();
-}
-
-void fill(QComboBox* list, const std::vector<treasury::AccountItem>& items) {
-    const std::int64_t kept = chosen(list);
-    const QSignalBlocker quiet(list);
-    list->clear();
-    for (const treasury::AccountItem& item : items)
-        list->addItem(item.name, QVariant::fromValue<qint64>(item.id));
-    list->setCurrentIndex(kept != 0 ? list->findData(QVariant::fromValue<qint64>(kept)) : -1);
-}
-
-void choose(QComboBox* list, std::int64_t id) {
-    list->setCurrentIndex(id != 0 ? list->findData(QVariant::fromValue<qint64>(id)) : -1);
-}
-
-}  // namespace
 
 FrmTesoreriaOtros::FrmTesoreriaOtros(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
     : EntryScreen(ctx, dialogs, QStringLiteral("FrmTesoreriaOtros"), Missatge(ctx, 6973), parent) {
@@ -173,41 +154,35 @@ QWidget* FrmTesoreriaOtros::side(const QString& title, QComboBox* treasury, QCom
     auto* g = new QGridLayout(frame);
     g->setContentsMargins(8, 6, 8, 6);
     g->addWidget(ui::heading(title.trimmed(), frame), 0, 0, 1, 3);
-    const auto clearButton = [&](QComboBox* list, const QString& name) {
+    // A list with its caption, and the button that leaves it blank.
+    const auto line = [&](int row, QComboBox* list, const QString& text, const QString& clear) {
+        g->addWidget(caption(list->objectName() + QStringLiteral("_lbl"), text, list), row, 0);
+        g->addWidget(list, row, 1);
         auto* b = new QToolButton(frame);
-        b->setObjectName(name);
+        b->setObjectName(clear);
         b->setText(QStringLiteral("×"));
         b->setToolTip(fixed("Dejar en blanco", "Deixar en blanc"));
         b->setFocusPolicy(Qt::NoFocus);
         connect(b, &QToolButton::clicked, list, [list] { list->setCurrentIndex(-1); });
-        return b;
+        g->addWidget(b, row, 2);
     };
-    g->addWidget(caption(treasury->objectName() + QStringLiteral("_lbl"),
-                         fixed("Cuenta de tesorería", "Compte de tresoreria"), treasury),
-                 1, 0);
-    g->addWidget(treasury, 1, 1);
-    g->addWidget(clearButton(treasury, sale ? QStringLiteral("clearSaleTesoreria")
-                                            : QStringLiteral("ClearEntraTesoreria")),
-                 1, 2);
-    g->addWidget(caption(other->objectName() + QStringLiteral("_lbl"),
-                         fixed("Otra cuenta", "Altre compte"), other),
-                 2, 0);
-    g->addWidget(other, 2, 1);
-    g->addWidget(clearButton(other, sale ? QStringLiteral("clearSaleOtrasCuentas")
-                                         : QStringLiteral("clearEntraOtrasCuentas")),
-                 2, 2);
+    line(1, treasury, fixed("Cuenta de tesorería", "Compte de tresoreria"),
+         sale ? QStringLiteral("clearSaleTesoreria") : QStringLiteral("ClearEntraTesoreria"));
+    line(2, other, fixed("Otra cuenta", "Altre compte"),
+         sale ? QStringLiteral("clearSaleOtrasCuentas") : QStringLiteral("clearEntraOtrasCuentas"));
     g->setColumnStretch(1, 1);
     return frame;
 }
 
 void FrmTesoreriaOtros::OMPLE_LLISTA_Entitats() {
     const auto items = treasury::treasuryAccountItems(ctx_);
-    for (QComboBox* list : {cmbSaleTesoreria, cmbEntraTesoreria}) fill(list, items);
+    for (QComboBox* list : {cmbSaleTesoreria, cmbEntraTesoreria}) ui::fillAccountList(list, items);
 }
 
 void FrmTesoreriaOtros::OMPLE_LLISTA_Comptes() {
     const auto items = treasury::otherAccountItems(ctx_);
-    for (QComboBox* list : {cmbSaleOtrasCuentas, cmbEntraOtrasCuentas}) fill(list, items);
+    for (QComboBox* list : {cmbSaleOtrasCuentas, cmbEntraOtrasCuentas})
+        ui::fillAccountList(list, items);
 }
 
 void FrmTesoreriaOtros::refreshLists() {
@@ -225,10 +200,10 @@ treasury::OtherMovement FrmTesoreriaOtros::entry() const {
     e.data = Fecha->date();
     e.concepto = txtConcepte->text();
     e.importe = txtImporte->text();
-    e.saleTesoreria = chosen(cmbSaleTesoreria);
-    e.saleOtra = chosen(cmbSaleOtrasCuentas);
-    e.entraTesoreria = chosen(cmbEntraTesoreria);
-    e.entraOtra = chosen(cmbEntraOtrasCuentas);
+    e.saleTesoreria = ui::chosenAccount(cmbSaleTesoreria);
+    e.saleOtra = ui::chosenAccount(cmbSaleOtrasCuentas);
+    e.entraTesoreria = ui::chosenAccount(cmbEntraTesoreria);
+    e.entraOtra = ui::chosenAccount(cmbEntraOtrasCuentas);
     return e;
 }
 
@@ -373,10 +348,10 @@ void FrmTesoreriaOtros::Modifica_Otros(std::int64_t asiento) {
     Fecha->setDate(loaded->data);
     txtConcepte->setText(loaded->concepto);
     txtImporte->setText(loaded->importe);
-    choose(cmbSaleTesoreria, loaded->saleTesoreria);
-    choose(cmbSaleOtrasCuentas, loaded->saleOtra);
-    choose(cmbEntraTesoreria, loaded->entraTesoreria);
-    choose(cmbEntraOtrasCuentas, loaded->entraOtra);
+    ui::chooseAccount(cmbSaleTesoreria, loaded->saleTesoreria);
+    ui::chooseAccount(cmbSaleOtrasCuentas, loaded->saleOtra);
+    ui::chooseAccount(cmbEntraTesoreria, loaded->entraTesoreria);
+    ui::chooseAccount(cmbEntraOtrasCuentas, loaded->entraOtra);
     lblproces->setText(QStringLiteral("Modificando apunte..."));
     setStatus(m(726));
     bringToFront();
