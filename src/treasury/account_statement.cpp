@@ -110,9 +110,10 @@ struct Counterparts {
 
 }  // namespace
 
-void Construeix_Extracto(const WorkingContext& ctx, std::optional<std::int64_t> entidad) {
+Money Construeix_Extracto(const WorkingContext& ctx, std::optional<std::int64_t> entidad) {
     schema::prepareStatementTable(ctx);
-    Money saldo = openingBalance(ctx, entidad);
+    const Money opening = openingBalance(ctx, entidad);
+    Money saldo = opening;
     const Counterparts names(ctx);
 
     store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
@@ -140,6 +141,7 @@ void Construeix_Extracto(const WorkingContext& ctx, std::optional<std::int64_t> 
         insert.execute();
     }
     tx.commit();
+    return opening;
 }
 
 std::optional<StatementLine> movementLine(const WorkingContext& ctx, std::int64_t id) {
@@ -157,7 +159,7 @@ std::optional<StatementLine> movementLine(const WorkingContext& ctx, std::int64_
 std::vector<StatementLine> Busca_Extracto(const WorkingContext& ctx,
                                           std::optional<std::int64_t> entidad, const QDate& from,
                                           const QDate& to) {
-    Construeix_Extracto(ctx, entidad);
+    const Money opening = Construeix_Extracto(ctx, entidad);
     QStringList conditions;
     if (entidad) conditions << QStringLiteral("entidad = %1").arg(*entidad);
     schema::appendDateAmount(conditions, ctx, {from, to, {}, {}});
@@ -173,10 +175,10 @@ std::vector<StatementLine> Busca_Extracto(const WorkingContext& ctx,
     std::vector<StatementLine> lines;
     while (st.next()) {
         if (lines.empty()) {
-            StatementLine opening;
-            opening.concepto = QStringLiteral("Saldo Inicial...");
-            opening.saldo = Format_Import(ctx, openingBalance(ctx, entidad));
-            lines.push_back(opening);
+            StatementLine first;
+            first.concepto = QStringLiteral("Saldo Inicial...");
+            first.saldo = Format_Import(ctx, opening);
+            lines.push_back(first);
         }
         lines.push_back({st.int64(0), Format_Data(st.date(1)),
                          st.isNull(2) ? QString() : st.text(2),

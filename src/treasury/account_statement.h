@@ -21,8 +21,9 @@
 
 namespace tallora::treasury {
 
-// Construeix_Extracto: the work table anew for `entidad`, or for every account.
-void Construeix_Extracto(const WorkingContext& ctx, std::optional<std::int64_t> entidad);
+// Construeix_Extracto: the work table anew for `entidad`, or for every account. Gives the
+// opening balance the running balance started from (0 without an account).
+Money Construeix_Extracto(const WorkingContext& ctx, std::optional<std::int64_t> entidad);
 
 // A line of the grid. The opening line ("Saldo Inicial...") has no Id and shows the
 // account's stored opening balance in `saldo`. D and H are blank when their text starts with
