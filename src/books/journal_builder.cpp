@@ -250,7 +250,11 @@ void Genera_Diari_Vendes(const WorkingContext& ctx) {
                 first.ret = retencio;
             }
             std::array<Money, 3> bases{};
-            for (int i = 0; i < 3; ++i) bases[static_cast<std::size_t>(i)] = f.amount(15 + 5 * i);
+            int last = -1;  // the last rate used, whose row takes the total
+            for (int i = 0; i < 3; ++i) {
+                bases[static_cast<std::size_t>(i)] = f.amount(15 + 5 * i);
+                if (bases[static_cast<std::size_t>(i)] != Money{}) last = i;
+            }
 
             bool written = false;
             for (int i = 0; i < 3; ++i) {
@@ -265,17 +269,12 @@ void Genera_Diari_Vendes(const WorkingContext& ctx) {
                     r.rec = f.amount(19 + 5 * i);
                 }
                 r.ordre = ordre;
-                r.party = f.number(2);
                 r.debeHaber = QStringLiteral("D");
                 r.data = data;
                 r.apunt = apunt++;
                 r.ordreIVAr = ordreIVAr++;
                 r.ordreGral = ordreGral;
-                // The total goes on the last row used.
-                bool later = false;
-                for (int j = i + 1; j < 3; ++j)
-                    later = later || bases[static_cast<std::size_t>(j)] != Money{};
-                if (!later) r.total = total;
+                if (i == last) r.total = total;
                 writer.save(r);
                 written = true;
             }

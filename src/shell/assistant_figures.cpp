@@ -5,8 +5,6 @@
 #include "schema/creation.h"
 #include "store/database.h"
 
-#include <cstring>
-
 namespace tallora::shell {
 namespace {
 
@@ -59,27 +57,22 @@ AssistantFigures assistantFigures(const WorkingContext& ctx) {
 
 const AssistantLink (&assistantLinks())[18] {
     static const AssistantLink links[18] = {
-        {"lbl1", 6914, "Clients", 0},          {"lbl2", 6915, "frasemes", 0},
-        {"lbl3", 6916, "consing", 0},          {"lbl4", 6917, "mnuconsSupl", 0},
-        {"lbl5", 6918, "mnucartera", 0},       {"lbl6", 6919, "mnu_entradas", 0},
-        {"lbl7", 6920, "Proveidorsbd", 1},     {"lbl8", 6921, "frasreb", 1},
-        {"lbl9", 6922, "consdes", 1},          {"lbl10", 6923, "mnuconsSupl", 1},
-        {"lbl11", 6924, "mnucartera", 1},      {"lbl12", 6925, "mnu_salidas", 1},
-        {"lbl13", 6926, "Comptesbd", 2},       {"lbl14", 6927, "mnu_cuentas", 2},
-        {"lbl15", 6928, "mnu_extractos", 2},   {"lbl16", 6929, "mnu_contrapartidas", 2},
-        {"lbl17", 6930, "mnu_movimientos", 2}, {"lbl18", 6931, "mnuConsOtros", 2},
+        {"lbl1", 6914, "Clients", 0, false},         {"lbl2", 6915, "frasemes", 0, false},
+        {"lbl3", 6916, "consing", 0, false},         {"lbl4", 6917, "mnuconsSupl", 0, false},
+        {"lbl5", 6918, "mnucartera", 0, true},       {"lbl6", 6919, "mnu_entradas", 0, true},
+        {"lbl7", 6920, "Proveidorsbd", 1, false},    {"lbl8", 6921, "frasreb", 1, false},
+        {"lbl9", 6922, "consdes", 1, false},         {"lbl10", 6923, "mnuconsSupl", 1, false},
+        {"lbl11", 6924, "mnucartera", 1, true},      {"lbl12", 6925, "mnu_salidas", 1, true},
+        {"lbl13", 6926, "Comptesbd", 2, false},      {"lbl14", 6927, "mnu_cuentas", 2, true},
+        {"lbl15", 6928, "mnu_extractos", 2, true},   {"lbl16", 6929, "mnu_contrapartidas", 2, true},
+        {"lbl17", 6930, "mnu_movimientos", 2, true}, {"lbl18", 6931, "mnuConsOtros", 2, true},
     };
     return links;
 }
 
 bool assistantLinkShown(const WorkingContext& ctx, const AssistantLink& link) {
     if (ctx.ModeExercici == QStringLiteral("TICKETS") && link.column == 0) return false;
-    static const char* const treasury[] = {"lbl5",  "lbl6",  "lbl11", "lbl12", "lbl14",
-                                           "lbl15", "lbl16", "lbl17", "lbl18"};
-    if (!ctx.Tesoreria)
-        for (const char* name : treasury)
-            if (std::strcmp(name, link.name) == 0) return false;
-    return true;
+    return ctx.Tesoreria || !link.treasury;
 }
 
 }  // namespace tallora::shell

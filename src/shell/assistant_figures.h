@@ -25,6 +25,7 @@ struct AssistantLink {
     int caption;            // its message
     const char* menuEntry;  // the menu entry it runs
     int column;             // 0 customers, 1 suppliers, 2 accounts
+    bool treasury;          // offered only with treasury control
 };
 const AssistantLink (&assistantLinks())[18];
 bool assistantLinkShown(const WorkingContext& ctx, const AssistantLink& link);
