@@ -4,6 +4,7 @@
 #include "context/file_tree.h"
 #include "context/notation.h"
 #include "context/working_context.h"
+#include "report/report_job.h"
 #include "schema/creation.h"
 #include "schema/upgrades.h"
 #include "store/database.h"
@@ -102,6 +103,14 @@ inline QString makeMoviments(const QString& path, int rows) {
     }
     t.commit();
     return path;
+}
+
+// The formulas a job was given, in their order.
+inline QStringList formulasOf(const report::ReportJob& job) {
+    QStringList out;
+    for (const QString& text : job.Formulas)
+        if (!text.isEmpty()) out << text;
+    return out;
 }
 
 // The text of a PDF, page by page, as `pdftotext -layout` gives it.

@@ -52,6 +52,17 @@ class FormMdiTest : public QObject {
         ctx.programDir = program_.path() + u'/';
         return ctx;
     }
+    // Exercise 2026 in `folder` with treasury on, its databases made as an opening leaves them.
+    WorkingContext treasuryExercise(const char* folder) {
+        WorkingContext ctx = fresh();
+        ctx.Directori = program_.path() + QStringLiteral("/%1/2026/").arg(QLatin1String(folder));
+        ctx.Exercici = QStringLiteral("2026");
+        QDir().mkpath(ctx.Directori);
+        schema::createExerciseDatabases(ctx.Directori);
+        ctx.Tesoreria = true;
+        schema::Actualitza_Bases(ctx);
+        return ctx;
+    }
 
 private slots:
     void showsTheExerciseInPanelThree() {
@@ -205,14 +216,8 @@ private slots:
     }
 
     void theStatementOpensEachMovementWhereItCameFrom() {
-        WorkingContext ctx = fresh();
+        WorkingContext ctx = treasuryExercise("statement");
         ScriptedDialogs dialogs;
-        ctx.Directori = program_.path() + QStringLiteral("/statement/2026/");
-        ctx.Exercici = QStringLiteral("2026");
-        QDir().mkpath(ctx.Directori);
-        schema::createExerciseDatabases(ctx.Directori);
-        ctx.Tesoreria = true;
-        schema::Actualitza_Bases(ctx);
         store::Database tesorer = store::Database::open(ctx.Directori + schema::db::Tesorer);
         tesorer.execute(QStringLiteral(
             "insert into entidades (Id, Grup, entidad) values (2, 572, 'Banco');"
@@ -289,14 +294,8 @@ private slots:
     }
 
     void theAssistantOpensAsSplashSaysAndItsLinksRunTheirEntries() {
-        WorkingContext ctx = fresh();
+        WorkingContext ctx = treasuryExercise("assistant");
         ScriptedDialogs dialogs;
-        ctx.Directori = program_.path() + QStringLiteral("/assistant/2026/");
-        ctx.Exercici = QStringLiteral("2026");
-        QDir().mkpath(ctx.Directori);
-        schema::createExerciseDatabases(ctx.Directori);
-        ctx.Tesoreria = true;
-        schema::Actualitza_Bases(ctx);
         QFile::remove(ctx.programDir + settings::names::SplashCfg);
         {
             FormMDI window(ctx, dialogs);

@@ -11,6 +11,7 @@
 
 using namespace tallora;
 using namespace tallora::treasury;
+using tallora::testing::formulasOf;
 using tallora::testing::ReceiptRow;
 using tallora::testing::sourcePath;
 
@@ -89,13 +90,6 @@ protected:
     std::int64_t cobrar = 0, pagar = 0;
     report::ReportJob job;
 };
-
-QStringList formulasOf(const report::ReportJob& job) {
-    QStringList out;
-    for (const QString& text : job.Formulas)
-        if (!text.isEmpty()) out << text;
-    return out;
-}
 
 // The ids printed first on each line of the pages, in order.
 QStringList idsIn(const QStringList& pages) {

@@ -65,13 +65,6 @@ protected:
     report::ReportJob job;
 };
 
-QStringList formulasOf(const report::ReportJob& job) {
-    QStringList out;
-    for (const QString& text : job.Formulas)
-        if (!text.isEmpty()) out << text;
-    return out;
-}
-
 }  // namespace
 
 TEST_F(TreasuryReports, ACollectionDebitsTheAccountAndCreditsTheCustomer) {
