@@ -4,6 +4,7 @@
 #include "context/file_tree.h"
 #include "context/messages.h"
 #include "context/working_context.h"
+#include "report_error.h"
 
 #include <QFileInfo>
 #include <QPrinterInfo>
@@ -56,6 +57,16 @@ QString reportFile(const WorkingContext& ctx, const QString& name) {
 
 QString textFormula(const QString& name, const QString& value) {
     return name + QStringLiteral("= '") + value + u'\'';
+}
+
+void appendFormula(ReportJob& job, const QString& formula) {
+    for (QString& f : job.Formulas) {
+        if (f.isEmpty()) {
+            f = formula;
+            return;
+        }
+    }
+    throw ReportError(QStringLiteral("no room left for the formula %1").arg(formula));
 }
 
 ReportResult runReport(const WorkingContext& ctx, Dialogs& dialogs, ReportJob& job,

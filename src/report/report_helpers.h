@@ -38,6 +38,10 @@ QString reportFile(const WorkingContext& ctx, const QString& name);
 // A text formula as a layout reads it: name= 'value'.
 QString textFormula(const QString& name, const QString& value);
 
+// Puts `formula` in the first empty place of the job's formulas; throws ReportError when all
+// are taken.
+void appendFormula(ReportJob& job, const QString& formula);
+
 // Where a list goes: the window, the printer, or a PDF file.
 struct PrintRequest {
     int destination = Destination::Window;
