@@ -180,6 +180,8 @@ const std::vector<Command>& commands() {
                           << "kind",
          provisionsCommand},
         {"provision-remove", "NIF8 YYYY NUMBER", 3, 3, {}, provisionRemoveCommand},
+        {"book", "NAME NIF8 YYYY", 3, 3,
+         QStringList{"from", "to", "series", "irpf", "date", "pdf", "text"}, bookCommand},
     };
     return table;
 }
@@ -211,6 +213,15 @@ int usageError(QTextStream& err, const QString& reason) {
 }
 
 }  // namespace
+
+bool printsReport(const QStringList& args) {
+    try {
+        const CliOptions o = parseCommandLine(args);
+        return o.command == QStringLiteral("book") && o.given(QStringLiteral("pdf"));
+    } catch (const UsageError&) {
+        return false;
+    }
+}
 
 int runCli(const QStringList& args, QTextStream& out, QTextStream& err) {
     try {

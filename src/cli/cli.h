@@ -14,4 +14,8 @@ enum ExitCode { kDone = 0, kRefused = 1, kUsageError = 2 };
 // unanswered questions and usage errors to `err`.
 int runCli(const QStringList& args, QTextStream& out, QTextStream& err);
 
+// True when the command line prints a report, which measures text and so needs a Gui
+// application; the other commands run on a core one, quicker to start and silent.
+bool printsReport(const QStringList& args);
+
 }  // namespace tallora::cli

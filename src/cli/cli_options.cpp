@@ -42,6 +42,8 @@ const std::map<QString, bool>& knownOptions() {
              QStringLiteral("date concept from-treasury from-other to-treasury to-other").split(u' '))
             o.emplace(field, true);
         o.insert({{"empty", false}, {"open", false}});
+        // The books.
+        o.insert({{"series", true}, {"irpf", false}, {"pdf", true}, {"text", false}});
         return o;
     }();
     return options;

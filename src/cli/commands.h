@@ -90,6 +90,9 @@ int changeProvisionCommand(Session& s, const CliOptions& o);
 int provisionsCommand(Session& s, const CliOptions& o);
 int provisionRemoveCommand(Session& s, const CliOptions& o);
 
+// book_commands.cpp
+int bookCommand(Session& s, const CliOptions& o);
+
 // maintenance_commands.cpp
 int repairCommand(Session& s, const CliOptions& o);
 int compactCommand(Session& s, const CliOptions& o);

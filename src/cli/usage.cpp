@@ -231,6 +231,19 @@ customer's behalf); with treasury control an account is required.
                       total and the count
   provision-remove NIF8 YYYY NUMBER
                       deletes an entry with its movement (--yes)
+Books, as the books dialog launches them (--pdf FILE prints to a PDF file; --text prints the
+book's rows, tab-separated with the column names first, then a blank line and the footer
+summary, one "name<TAB>value" a line):
+  book NAME NIF8 YYYY [--from M] [--to M] [--series all|normal|abonos|rect|intra|canarias]
+                  [--irpf] [--date DD/MM/YYYY] (--pdf FILE | --text)
+                      NAME is sales, purchases (the general book), purchases-vat (only
+                      what has a VAT number), investments, provisions or 347 (the
+                      declaration of operations with third parties, the whole year). The
+                      months run from --from to --to (1 to 12, by default the year); a
+                      from-month after the to-month is refused before anything is
+                      rebuilt. --irpf gives the withholding list by customer (sales) or by
+                      supplier (purchases; it reads the journal as the last purchases book
+                      left it). --date is the print date (default today).
 With the billing module only (the references belong to the company):
   references NIF8 YYYY
                       code, description, price

@@ -1,0 +1,95 @@
+// book: a book of the books dialog printed to a PDF file, or its rows and footer summary as
+// text, through the dialog's own launch: the same period check, rebuild and formulas.
+#include "books/vat_books.h"
+#include "commands.h"
+#include "inquiry_options.h"
+#include "master_common.h"
+#include "report/report_job.h"
+
+#include <QDate>
+
+namespace tallora::cli {
+namespace {
+
+using books::Book;
+using books::Series;
+
+Book bookArgument(const QString& name, bool irpf) {
+    const QString n = name.toLower();
+    if (n == u"sales") return irpf ? Book::SalesWithholding : Book::Sales;
+    if (n == u"purchases") return irpf ? Book::PurchasesWithholding : Book::Purchases;
+    if (irpf)
+        throw UsageError{
+            QStringLiteral("--irpf: only the sales and purchases books have a withholding list")};
+    if (n == u"purchases-vat") return Book::PurchasesVat;
+    if (n == u"investments") return Book::Investments;
+    if (n == u"provisions") return Book::Provisions;
+    if (n == u"347") return Book::Declaration;
+    throw UsageError{QStringLiteral("\"%1\" is not a book: sales, purchases, purchases-vat, "
+                                    "investments, provisions, 347")
+                         .arg(name)};
+}
+
+Series seriesArgument(const QString& text) {
+    static const std::pair<const char*, Series> names[] = {
+        {"all", Series::All},         {"normal", Series::Normal}, {"abonos", Series::CreditNotes},
+        {"rect", Series::Rectifying}, {"intra", Series::Intra},   {"canarias", Series::Canarias}};
+    for (const auto& [name, series] : names)
+        if (text.compare(QLatin1String(name), Qt::CaseInsensitive) == 0) return series;
+    throw UsageError{QStringLiteral("--series: \"%1\" is not one of all, normal, abonos, rect, "
+                                    "intra, canarias")
+                         .arg(text)};
+}
+
+int monthOption(const CliOptions& o, const QString& name, int fallback) {
+    if (!o.given(name)) return fallback;
+    try {
+        return monthArgument(o.value(name));
+    } catch (const UsageError& e) {
+        throw UsageError{QStringLiteral("--%1: %2").arg(name, e.reason)};
+    }
+}
+
+}  // namespace
+
+int bookCommand(Session& s, const CliOptions& o) {
+    const bool irpf = o.flags.contains(QStringLiteral("irpf"));
+    const Book book = bookArgument(o.arguments[0], irpf);
+    const ExerciseWords w{o.arguments[1], yearArgument(o.arguments[2])};
+    const bool text = o.flags.contains(QStringLiteral("text"));
+    const QString pdf = o.value(QStringLiteral("pdf"));
+    if (text == !pdf.isEmpty())
+        throw UsageError{QStringLiteral("give either --pdf FILE or --text")};
+    const bool periodic = book != Book::Declaration;
+    if (!periodic && (o.given(QStringLiteral("from")) || o.given(QStringLiteral("to"))))
+        throw UsageError{QStringLiteral("--from, --to: the 347 declaration covers the year")};
+    const bool withSeries = book != Book::Declaration && book != Book::Provisions;
+    if (!withSeries && o.given(QStringLiteral("series")))
+        throw UsageError{QStringLiteral("--series: this book has no series")};
+
+    books::BookRequest request;
+    request.fromMonth = monthOption(o, QStringLiteral("from"), 1);
+    request.toMonth = monthOption(o, QStringLiteral("to"), 12);
+    if (o.given(QStringLiteral("series")))
+        request.series = seriesArgument(o.value(QStringLiteral("series")));
+    request.printDate = dateOption(o, QStringLiteral("date"), QDate::currentDate());
+    request.print = {report::Destination::File, pdf};
+
+    if (!enterMasterFiles(s, w)) return kRefused;
+    if (irpf && s.ctx.ModeExercici == QStringLiteral("TICKETS"))
+        return s.refuse(
+            QStringLiteral("--irpf: an exercise of kind TICKETS has no withholding "
+                           "lists"));
+    if (text) {
+        if (!books::prepareBook(s.ctx, s.dialogs, book, request)) return kRefused;
+        for (const QString& line : books::bookRows(s.ctx, book)) s.out << line << '\n';
+        const QStringList summary = books::bookSummary(s.ctx, book);
+        if (!summary.isEmpty()) s.out << '\n';
+        for (const QString& line : summary) s.out << line << '\n';
+        return s.finish(true);
+    }
+    report::ReportJob job;
+    return s.finish(books::launchBook(s.ctx, s.dialogs, job, nullptr, book, request).ok());
+}
+
+}  // namespace tallora::cli

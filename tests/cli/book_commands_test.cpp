@@ -1,0 +1,128 @@
+// The book command of tallora5-cli on an exercise posted through the companion: the rows
+// and summary as text, the printed PDF, the period refused, the withholding list that reads
+// the journal as the last purchases book left it, and the words it refuses.
+#include "../report/report_fixture.h"
+#include "cli_fixture.h"
+
+#include <QFile>
+
+using namespace tallora;
+using tallora::clitest::Result;
+
+namespace {
+
+const QString K = QStringLiteral("B1234567");
+const QString Y = QStringLiteral("2025");
+
+class cliBooks : public clitest::CliFixture {
+protected:
+    void open(const QStringList& exercise = {}) {
+        createCompany("Fusteria Pons", "B12345678");
+        createExercise(
+            K, Y,
+            QStringList{"--iva1", "21", "--iva2", "10", "--iva3", "4", "--re1", "5.2", "--ivas1",
+                        "21", "--ivas2", "10", "--ivas3", "4", "--ivas4", "21"} +
+                exercise);
+        Result r = run({"exercise-open", K, Y});
+        ASSERT_EQ(r.code, 0) << r;
+        r = on("customer-add", {"--name", "Colmado Ruiz", "--nif", "B11111111"});
+        ASSERT_EQ(r.code, 0) << r;
+        r = on("supplier-add", {"--name", "Maderas Soler", "--nif", "B22222222"});
+        ASSERT_EQ(r.code, 0) << r;
+    }
+    Result on(const QString& command, const QStringList& rest = {}) {
+        return run(QStringList{command, K, Y} + rest);
+    }
+    Result book(const QString& name, const QStringList& rest) {
+        return run(QStringList{"book", name, K, Y} + rest);
+    }
+    void postSale(const QString& day, const QString& month, const QString& total) {
+        const Result r =
+            on("post-sale", {"--day", day, "--month", month, "--customer", "Colmado Ruiz",
+                             "--account", "700 Ventas de mercaderías", "--total", total});
+        ASSERT_EQ(r.code, 0) << r;
+    }
+};
+
+}  // namespace
+
+TEST_F(cliBooks, TheSalesBookPrintsItsRowsAndSummaryAsText) {
+    open();
+    postSale("15", "1", "121,00");
+    postSale("20", "2", "242,00");
+    postSale("2", "4", "12,10");
+    const Result r = book("sales", {"--from", "1", "--to", "3", "--text"});
+    ASSERT_EQ(r.code, 0) << r;
+    const QStringList lines = r.out.split(u'\n');
+    EXPECT_EQ(lines.value(0),
+              "OrdreIVAr\tdata\tdescripcio\tNomClient\tnif\tBaseIVA\tTipusIVA\t"
+              "IVA\tTipusREC\tREC\tRET\tTOTAL");
+    EXPECT_EQ(lines.value(1),
+              "1\t15/01/2025\t1\tColmado Ruiz\tB11111111\t100,00\t21,00\t21,00\t"
+              "0,00\t0,00\t0,00\t121,00");
+    EXPECT_EQ(lines.value(2).section(u'\t', 0, 1), "2\t20/02/2025");
+    EXPECT_EQ(lines.value(3), "");
+    EXPECT_EQ(lines.mid(4, 5), (QStringList{"base1\t300,00", "iva1\t63,00", "ivar1\t21 %",
+                                            "rer1\t5,2 %", "rec1\t0,00"}));
+}
+
+TEST_F(cliBooks, APeriodEndingBeforeItStartsIsRefused) {
+    open();
+    const Result r = book("sales", {"--from", "4", "--to", "3", "--text"});
+    EXPECT_EQ(r.code, 1) << r;
+    EXPECT_TRUE(r.err.contains(msg(6142))) << r;
+    EXPECT_TRUE(r.out.isEmpty()) << r;
+}
+
+TEST_F(cliBooks, TheSuppliersWithholdingListShowsTheJournalTheLastBookLeft) {
+    open();
+    Result r = on("post-purchase",
+                  {"--group", "Serveis", "--day", "10", "--month", "2", "--supplier",
+                   "Maderas Soler", "--account", "6230 Asesoría y gestoría", "--total", "1060,00",
+                   "--irpf-base", "1000", "--irpf-percent", "15", "--base1", "1000"});
+    ASSERT_EQ(r.code, 0) << r;
+    r = book("purchases", {"--irpf", "--text"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_EQ(r.out.section(u'\n', 1, 1), "");
+    r = book("purchases", {"--text"});
+    ASSERT_EQ(r.code, 0) << r;
+    r = book("purchases", {"--irpf", "--text"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_EQ(r.out.section(u'\n', 1, 1).section(u'\t', 3),
+              "MADERAS SOLER\tB22222222\t"
+              "1.000,00\t15,00\t150,00\t1.060,00");
+}
+
+TEST_F(cliBooks, TheBookIsPrintedToAPdfFile) {
+    open();
+    postSale("15", "1", "121,00");
+    const QString pdf = unit.filePath("ventas.pdf");
+    const Result r = book("sales", {"--pdf", pdf, "--date", "31/03/2025", "--series", "normal"});
+    ASSERT_EQ(r.code, 0) << r;
+    const QString text = tallora::testing::pdfPages(pdf).join(u'\f');
+    EXPECT_TRUE(text.contains("Libro de ventas / ingresos")) << text.toStdString();
+    EXPECT_TRUE(text.contains("31/03/2025"));
+    EXPECT_TRUE(text.contains(QStringLiteral("DESDE ENERO HASTA DICIEMBRE - Facturación general")));
+    EXPECT_TRUE(text.contains(QStringLiteral("Página 1 de 1")));
+    EXPECT_TRUE(text.contains("Colmado Ruiz"));
+}
+
+TEST_F(cliBooks, AWithholdingListDoesNotGoWithATicketsExercise) {
+    open({"--kind", "TICKETS"});
+    const Result r = book("sales", {"--irpf", "--text"});
+    EXPECT_EQ(r.code, 1) << r;
+}
+
+TEST_F(cliBooks, WrongWordsAreUsageErrors) {
+    open();
+    for (const QStringList& words : {QStringList{"ledger", "--text"}, QStringList{"sales"},
+                                     QStringList{"sales", "--text", "--pdf", "x.pdf"},
+                                     QStringList{"347", "--series", "abonos", "--text"},
+                                     QStringList{"347", "--from", "1", "--text"},
+                                     QStringList{"provisions", "--irpf", "--text"},
+                                     QStringList{"sales", "--from", "13", "--text"},
+                                     QStringList{"sales", "--series", "otros", "--text"}}) {
+        const Result r = book(words.first(), words.mid(1));
+        EXPECT_EQ(r.code, 2) << words.join(u' ').toStdString() << '\n' << r;
+    }
+}
