@@ -180,6 +180,7 @@ const std::vector<Command>& commands() {
                           << "kind",
          provisionsCommand},
         {"provision-remove", "NIF8 YYYY NUMBER", 3, 3, {}, provisionRemoveCommand},
+        {"sample-exercise", "NIF8 YYYY", 2, 2, {"invoices", "seed"}, sampleExerciseCommand},
         {"book", "NAME NIF8 YYYY", 3, 3,
          QStringList{"from", "to", "series", "irpf", "date", "pdf", "text"}, bookCommand},
     };

@@ -44,6 +44,8 @@ const std::map<QString, bool>& knownOptions() {
         o.insert({{"empty", false}, {"open", false}});
         // The books.
         o.insert({{"series", true}, {"irpf", false}, {"pdf", true}, {"text", false}});
+        // The sample exercise.
+        o.insert({{"invoices", true}, {"seed", true}});
         return o;
     }();
     return options;

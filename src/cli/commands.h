@@ -90,6 +90,9 @@ int changeProvisionCommand(Session& s, const CliOptions& o);
 int provisionsCommand(Session& s, const CliOptions& o);
 int provisionRemoveCommand(Session& s, const CliOptions& o);
 
+// sample_commands.cpp
+int sampleExerciseCommand(Session& s, const CliOptions& o);
+
 // book_commands.cpp
 int bookCommand(Session& s, const CliOptions& o);
 

@@ -231,6 +231,21 @@ customer's behalf); with treasury control an account is required.
                       total and the count
   provision-remove NIF8 YYYY NUMBER
                       deletes an entry with its movement (--yes)
+Sample data, for trying the program on a realistic volume:
+  sample-exercise NIF8 YYYY --invoices N [--seed S]
+                      fills an exercise (opened once, as the master files need) with
+                      made-up customers, suppliers, accounts and N invoices over the whole
+                      year, posted by the rules of the sales and purchases screens: about
+                      55% sales, at the exercise's rates, with recargo de equivalencia,
+                      IRPF withheld (professional services sold, professionals paid) and
+                      credit notes ("/Abon"); purchases in the five expense groups and a
+                      few investments. With treasury control about half are settled
+                      through a treasury account, the rest wait in the portfolio. Records
+                      of the sample's names already there are used as they are. The same
+                      seed (a whole number, default 1) gives the same invoices. Refused
+                      with the billing module, for a TICKETS exercise and while a month
+                      is locked. Prints the counts of customers, suppliers, sales,
+                      purchases, credit notes and settled invoices, tab-separated.
 Books, as the books dialog launches them (--pdf FILE prints to a PDF file; --text prints the
 book's rows, tab-separated with the column names first, then a blank line and the footer
 summary, one "name<TAB>value" a line):

@@ -126,6 +126,36 @@ void rewriteMoneyRows(const WorkingContext& ctx, Database& db, const PurchaseEnt
     }
 }
 
+// The writes of one posting; `result` is filled as they go, so that a fault still leaves the
+// number taken in it.
+void writePurchase(const WorkingContext& ctx, Database& db, PurchaseEntry& e,
+                   const ExpenseAccount& account, std::int64_t screenOrdre, PostingResult& result) {
+    Neteja_Text(e.txtProveidor);
+    Neteja_Text(e.txtDespesa);
+    Neteja_Text(e.txtdescripcio);
+    const auto entitat = treasuryAccount(ctx, e);
+    if (e.isNew()) {
+        result.ordre = nextOrdre(db, QStringLiteral("FrasIN"));
+        if (e.txtdescripcio == QStringLiteral("-")) e.txtdescripcio = QString::number(result.ordre);
+        insertPurchase(ctx, db, e, account, result.ordre, entitat.has_value());
+        result.affected = db.changes();
+        if (ctx.Tesoreria) {
+            if (entitat)
+                schema::insertMovement(db, kPurchaseSide, moneyRow(ctx, e), *entitat, result.ordre);
+            else
+                schema::insertReceipt(db, ctx, kPurchaseSide, moneyRow(ctx, e), result.ordre);
+        }
+    } else {
+        result.ordre = e.lblOrdre.toLongLong();
+        result.affected = updatePurchase(ctx, db, e, account, result.ordre, entitat.has_value());
+        // An entry that is no longer there takes no money rows either.
+        if (result.affected != 1) return;
+        if (ctx.Tesoreria) rewriteMoneyRows(ctx, db, e, entitat, result.ordre, screenOrdre);
+    }
+}
+
+}  // namespace
+
 Database openPosting(const WorkingContext& ctx) {
     Database db = Database::open(ctx.exerciseFile(schema::db::FrasIn));
     if (ctx.Tesoreria) {
@@ -135,46 +165,28 @@ Database openPosting(const WorkingContext& ctx) {
     return db;
 }
 
-}  // namespace
-
 std::optional<std::int64_t> treasuryAccount(const WorkingContext& ctx, const PurchaseEntry& e) {
     if (!ctx.Tesoreria) return std::nullopt;
     if (e.entitat.isEmpty() || e.entitat == QStringLiteral("Marca")) return std::nullopt;
     return e.entitatId;
 }
 
+PostingResult postPurchase(const WorkingContext& ctx, Database& db, PurchaseEntry& entry,
+                           const ExpenseAccount& account, std::int64_t screenOrdre) {
+    PostingResult result;
+    writePurchase(ctx, db, entry, account, screenOrdre, result);
+    return result;
+}
+
 PostingResult GrabaApunt(const WorkingContext& ctx, PurchaseEntry& entry,
                          const ExpenseAccount& account, std::int64_t screenOrdre) {
     PurchaseEntry e = entry;
-    Neteja_Text(e.txtProveidor);
-    Neteja_Text(e.txtDespesa);
-    Neteja_Text(e.txtdescripcio);
-    const auto entitat = treasuryAccount(ctx, e);
     PostingResult result;
     try {
         Database db = openPosting(ctx);
         Transaction tx(db, Transaction::Kind::Immediate);
-        if (e.isNew()) {
-            result.ordre = nextOrdre(db, QStringLiteral("FrasIN"));
-            if (e.txtdescripcio == QStringLiteral("-"))
-                e.txtdescripcio = QString::number(result.ordre);
-            insertPurchase(ctx, db, e, account, result.ordre, entitat.has_value());
-            result.affected = db.changes();
-            if (ctx.Tesoreria) {
-                if (entitat)
-                    schema::insertMovement(db, kPurchaseSide, moneyRow(ctx, e), *entitat,
-                                           result.ordre);
-                else
-                    schema::insertReceipt(db, ctx, kPurchaseSide, moneyRow(ctx, e), result.ordre);
-            }
-        } else {
-            result.ordre = e.lblOrdre.toLongLong();
-            result.affected =
-                updatePurchase(ctx, db, e, account, result.ordre, entitat.has_value());
-            // An entry that is no longer there takes no money rows either.
-            if (result.affected != 1) return result;
-            if (ctx.Tesoreria) rewriteMoneyRows(ctx, db, e, entitat, result.ordre, screenOrdre);
-        }
+        writePurchase(ctx, db, e, account, screenOrdre, result);
+        if (!e.isNew() && result.affected != 1) return result;
         tx.commit();
     } catch (const store::StoreError& error) {
         result.affected = 0;

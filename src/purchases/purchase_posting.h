@@ -10,6 +10,7 @@
 #include "purchase_entry.h"
 
 #include "context/fwd.h"
+#include "store/database.h"
 
 #include <QString>
 
@@ -40,5 +41,16 @@ std::optional<std::int64_t> treasuryAccount(const WorkingContext& ctx, const Pur
 // result, after the rollback.
 PostingResult GrabaApunt(const WorkingContext& ctx, PurchaseEntry& entry,
                          const ExpenseAccount& account, std::int64_t screenOrdre = 0);
+
+// The connection a posting writes through: the exercise's FrasIN.mdb, with tesorer.mdb and
+// the company's cartera.mdb attached under the treasury option.
+store::Database openPosting(const WorkingContext& ctx);
+
+// GrabaApunt's writes alone, on a connection of openPosting inside an immediate transaction
+// that the caller holds, so that a loop of postings commits once per batch. The entry is
+// sanitised and numbered in place. Store faults are raised, and the caller rolls back; so it
+// does when a change finds no single row (affected other than 1), which writes no money rows.
+PostingResult postPurchase(const WorkingContext& ctx, store::Database& db, PurchaseEntry& entry,
+                           const ExpenseAccount& account, std::int64_t screenOrdre = 0);
 
 }  // namespace tallora::purchases

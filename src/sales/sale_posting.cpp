@@ -162,6 +162,34 @@ void rewriteMoneyRows(const WorkingContext& ctx, Database& db, const SaleEntry& 
     }
 }
 
+// The writes of one posting; `result` is filled as they go, so that a fault still leaves the
+// number taken in it.
+void writeSale(const WorkingContext& ctx, Database& db, SaleEntry& e, const SalesAccount& account,
+               PostingResult& result) {
+    sanitise(e);
+    const auto entitat = treasuryAccount(ctx, e);
+    if (e.isNew()) {
+        result.ordre = nextOrdre(ctx, db, kFact);
+        if (e.txtdescripcio == QStringLiteral("-")) e.txtdescripcio = QString::number(result.ordre);
+        insertSale(ctx, db, e, account, result.ordre, entitat.has_value());
+        result.affected = db.changes();
+        if (ctx.Tesoreria) {
+            if (entitat)
+                schema::insertMovement(db, kSaleSide, moneyRow(ctx, e), *entitat, result.ordre);
+            else
+                schema::insertReceipt(db, ctx, kSaleSide, moneyRow(ctx, e), result.ordre);
+        }
+    } else {
+        result.ordre = e.lblOrdre.toLongLong();
+        result.affected = updateSale(ctx, db, e, account, result.ordre, entitat.has_value());
+        // A sale that is no longer there takes no money rows either.
+        if (result.affected != 1) return;
+        if (ctx.Tesoreria) rewriteMoneyRows(ctx, db, e, entitat, result.ordre);
+    }
+}
+
+}  // namespace
+
 Database openPosting(const WorkingContext& ctx) {
     Database db = Database::open(ctx.exerciseFile(schema::db::FrasOut));
     if (ctx.Tesoreria) {
@@ -171,8 +199,6 @@ Database openPosting(const WorkingContext& ctx) {
     if (ctx.Facturacio) db.attach(ctx.companyFile(schema::db::Fact), kFact);
     return db;
 }
-
-}  // namespace
 
 std::optional<std::int64_t> treasuryAccount(const WorkingContext& ctx, const SaleEntry& e) {
     if (!ctx.Tesoreria) return std::nullopt;
@@ -185,33 +211,21 @@ std::int64_t Seguent_Ordre(const WorkingContext& ctx) {
     return nextOrdre(ctx, db, kFact);
 }
 
+PostingResult postSale(const WorkingContext& ctx, Database& db, SaleEntry& entry,
+                       const SalesAccount& account) {
+    PostingResult result;
+    writeSale(ctx, db, entry, account, result);
+    return result;
+}
+
 PostingResult GrabaApunt(const WorkingContext& ctx, SaleEntry& entry, const SalesAccount& account) {
     SaleEntry e = entry;
-    sanitise(e);
-    const auto entitat = treasuryAccount(ctx, e);
     PostingResult result;
     try {
         Database db = openPosting(ctx);
         Transaction tx(db, Transaction::Kind::Immediate);
-        if (e.isNew()) {
-            result.ordre = nextOrdre(ctx, db, kFact);
-            if (e.txtdescripcio == QStringLiteral("-"))
-                e.txtdescripcio = QString::number(result.ordre);
-            insertSale(ctx, db, e, account, result.ordre, entitat.has_value());
-            result.affected = db.changes();
-            if (ctx.Tesoreria) {
-                if (entitat)
-                    schema::insertMovement(db, kSaleSide, moneyRow(ctx, e), *entitat, result.ordre);
-                else
-                    schema::insertReceipt(db, ctx, kSaleSide, moneyRow(ctx, e), result.ordre);
-            }
-        } else {
-            result.ordre = e.lblOrdre.toLongLong();
-            result.affected = updateSale(ctx, db, e, account, result.ordre, entitat.has_value());
-            // A sale that is no longer there takes no money rows either.
-            if (result.affected != 1) return result;
-            if (ctx.Tesoreria) rewriteMoneyRows(ctx, db, e, entitat, result.ordre);
-        }
+        writeSale(ctx, db, e, account, result);
+        if (!e.isNew() && result.affected != 1) return result;
         tx.commit();
     } catch (const store::StoreError& error) {
         result.affected = 0;

@@ -9,6 +9,7 @@
 #include "sale_entry.h"
 
 #include "context/fwd.h"
+#include "store/database.h"
 
 #include <QString>
 
@@ -35,6 +36,18 @@ std::optional<std::int64_t> treasuryAccount(const WorkingContext& ctx, const Sal
 // texts, and a description "-" replaced by the number. Store failures are caught and
 // reported in the result, after the rollback.
 PostingResult GrabaApunt(const WorkingContext& ctx, SaleEntry& entry, const SalesAccount& account);
+
+// The connection a posting writes through: the exercise's FrasOUT.mdb, with tesorer.mdb and
+// the company's cartera.mdb attached under the treasury option and fact.mdb under the
+// billing option.
+store::Database openPosting(const WorkingContext& ctx);
+
+// GrabaApunt's writes alone, on a connection of openPosting inside an immediate transaction
+// that the caller holds, so that a loop of postings commits once per batch. The entry is
+// sanitised and numbered in place. Store faults are raised, and the caller rolls back; so it
+// does when a change finds no single row (affected other than 1), which writes no money rows.
+PostingResult postSale(const WorkingContext& ctx, store::Database& db, SaleEntry& entry,
+                       const SalesAccount& account);
 
 // The next invoice number as GrabaApunt takes it, read outside any posting (Seguent_Ordre):
 // without the billing option, the highest Ordre plus one; with it, the counter of
