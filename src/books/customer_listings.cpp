@@ -4,6 +4,7 @@
 #include "context/working_context.h"
 #include "report/report_helpers.h"
 #include "schema/creation.h"
+#include "store/database.h"
 
 namespace tallora::books {
 namespace {
@@ -53,7 +54,23 @@ report::ReportResult launch(const WorkingContext& ctx, Dialogs& dialogs, ReportJ
                              [&](ReportJob& j) { fill(j, ctx, request.kind, request.printDate); });
 }
 
+std::vector<PartyItem> parties(const WorkingContext& ctx, const QString& sql) {
+    std::vector<PartyItem> items;
+    store::Database db = store::Database::open(ctx.exerciseFile(schema::db::Gest));
+    store::Statement st = db.prepare(sql);
+    while (st.next()) items.push_back({st.isNull(0) ? QString() : st.text(0), st.int64(1)});
+    return items;
+}
+
 }  // namespace
+
+std::vector<PartyItem> OMPLE_LLISTA_Clients(const WorkingContext& ctx) {
+    return parties(ctx, QStringLiteral("select nom, client from clients order by client asc"));
+}
+
+std::vector<PartyItem> OMPLE_LLISTA_Proveidors(const WorkingContext& ctx) {
+    return parties(ctx, QStringLiteral("select nom, proveidor from proveidors order by nom asc"));
+}
 
 void fillCustomerListing(ReportJob& job, const WorkingContext& ctx, ListingKind kind,
                          const QDate& printDate) {

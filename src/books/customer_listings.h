@@ -14,6 +14,9 @@
 #include <QDate>
 #include <QString>
 
+#include <cstdint>
+#include <vector>
+
 namespace tallora::books {
 
 enum class ListingKind {
@@ -28,6 +31,15 @@ struct ListingRequest {
     int destination = report::Destination::Window;
     QString printFileName;  // with Destination::File
 };
+
+// A name of the extracts' lists (CmbClients, CmbProveidors) and its number.
+struct PartyItem {
+    QString nom;
+    std::int64_t number = 0;
+};
+// The customers by number and the suppliers by name, as the listings tab offers them.
+std::vector<PartyItem> OMPLE_LLISTA_Clients(const WorkingContext& ctx);
+std::vector<PartyItem> OMPLE_LLISTA_Proveidors(const WorkingContext& ctx);
 
 // ReportFileName, DataFiles and Formulas of the customers' list, on a job that
 // Neteja_Informe has emptied.

@@ -85,7 +85,7 @@ const std::vector<MenuEntry>& menuTree() {
         item("mnu_Tesoreria", "mnu_salidas", 6652, true),
 
         menu("Mnu5", 219),
-        item("Mnu5", "mnullibres", 220),
+        item("Mnu5", "mnullibres", 220, true),
 
         menu("Mnu6", 221),
 

@@ -1,6 +1,7 @@
 #include "form_mdi.h"
 
 #include "blockmes.h"
+#include "books/ui/form_llibres.h"
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/program.h"
@@ -182,6 +183,8 @@ void FormMDI::runEntry(const QString& name) {
         showMonthLock();
     } else if (name == QStringLiteral("mnuConfiguracio")) {
         openSettings();
+    } else if (name == QStringLiteral("mnullibres")) {
+        openBooks();
     } else if (name == QStringLiteral("mnuEditarEmpresa")) {
         openCompanyData();
     } else if (name == QStringLiteral("mnuAsistente")) {
@@ -252,6 +255,13 @@ void FormMDI::openSettings() {
         leave(true);
     });
     settings->open();
+}
+
+FormLLibres* FormMDI::openBooks() {
+    auto* books = new FormLLibres(ctx_, dialogs_, reportJob(), nullptr, this);
+    books->setAttribute(Qt::WA_DeleteOnClose);
+    books->open();
+    return books;
 }
 
 void FormMDI::openCompanyData() {

@@ -29,6 +29,7 @@ class Dialogs;
 class WorkingContext;
 class blockmes;
 class FormCompres;
+class FormLLibres;
 class FormSuplidos;
 class FormVendes;
 class FrmTesoreriaOtros;
@@ -61,6 +62,8 @@ public:
     FrmTesoreriaOtros* openOtherMovements();
     // The assistant, opened or brought to the front.
     void openAssistant();
+    // FormLLibres, modal to this window.
+    FormLLibres* openBooks();
     // The last step of opening an exercise: the assistant, while splash.cfg says 1.
     void startAssistant();
     // Modifica_Moviment: a movement of the statement opened in the screen it came from (a
