@@ -10,6 +10,9 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPointer>
 #include <QTimer>
 #include <QToolButton>
 #include <QtTest>
@@ -142,6 +145,29 @@ private slots:
         const ReportResult r = books::btnLListatClients(f.ctx, dialogs_, job, &output, request);
         QVERIFY(asked);
         QCOMPARE(r.status, ReportResult::Status::Cancelled);
+    }
+
+    void escClosesAPreviewOfItsOwnOrAsAWorkingChild() {
+        tallora::testing::ReportFixture f;
+        QtReportOutput output(&dialogs_);
+        QPointer<ReportPreview> own = openListing(f, output);
+        QVERIFY(own);
+        own->setAttribute(Qt::WA_DeleteOnClose);
+        own->show();
+        QVERIFY(QTest::qWaitForWindowExposed(own.data()));
+        QTest::keyClick(own.data(), Qt::Key_Escape);
+        QTRY_VERIFY(!own);
+
+        QMdiArea area;
+        QPointer<ReportPreview> child = openListing(f, output);
+        QVERIFY(child);
+        QPointer<QMdiSubWindow> sub = area.addSubWindow(child);
+        sub->setAttribute(Qt::WA_DeleteOnClose);
+        area.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&area));
+        QTest::keyClick(child.data(), Qt::Key_Escape);
+        QTRY_VERIFY(!sub);
+        QVERIFY(area.isVisible());
     }
 };
 

@@ -11,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMdiSubWindow>
 #include <QMessageBox>
 #include <QRegularExpression>
 #include <QScrollArea>
@@ -138,6 +139,13 @@ bool ReportPreview::eventFilter(QObject* watched, QEvent* event) {
 
 void ReportPreview::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
+        case Qt::Key_Escape:
+            // Esc closes the preview, whether it is a working child or a window of its own.
+            if (auto* child = qobject_cast<QMdiSubWindow*>(parentWidget()))
+                child->close();
+            else if (isWindow())
+                close();
+            break;
         case Qt::Key_PageDown:
             showPage(page_ + 1);
             break;
