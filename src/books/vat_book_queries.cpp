@@ -64,37 +64,44 @@ QString rateValue(const QString& text) {
     return QStringLiteral("round(cast(%1 as real) * 10000)").arg(store::quoteLiteral(text));
 }
 
-// The groups of `view` at one rate, or at none of `rates` but non-zero.
-std::optional<RateSums> rateSums(store::Database& db, const QString& view, bool surcharge,
-                                 const QString& where) {
-    store::Statement st = db.prepare(
-        QStringLiteral("select tipusIVA, sum(baseIVA), sum(IVA), %1 from %2 where %3 "
-                       "group by tipusiva")
-            .arg(surcharge ? QStringLiteral("sum(REC)") : QStringLiteral("0"), view, where));
-    if (!st.next()) return std::nullopt;
-    RateSums s;
-    s.rate = st.isNull(0) ? Money{} : st.money(0);
-    s.base = st.isNull(1) ? Money{} : st.money(1);
-    s.quota = st.isNull(2) ? Money{} : st.money(2);
-    s.surcharge = st.isNull(3) ? Money{} : st.money(3);
-    return s;
-}
-
+// One pass over the view, grouped by rate in ascending order, stands for a query per
+// configured rate and one for the rest: each configured rate takes its group, and the
+// difference line the first other non-zero one. Rows without a rate are in no line.
 template <std::size_t N, typename Summary>
 Summary summarise(const WorkingContext& ctx, const QString& view, bool surcharge,
                   const std::array<QString, N>& texts, const std::array<double, N>& values) {
     Summary summary;
     store::Database db = store::Database::open(ctx.exerciseFile(schema::db::Llibre));
-    QStringList others;
+    std::array<std::optional<Money>, N> configured;
     for (std::size_t i = 0; i < N; ++i) {
-        const QString rate = rateValue(texts[i]);
-        summary.rates[i] = rateSums(db, view, surcharge, QStringLiteral("tipusIVA=") + rate)
-                               .value_or(RateSums{Money::fromDouble(values[i]), {}, {}, {}});
-        others << QStringLiteral("tipusIVA<>") + rate;
+        // The rate as the SQL reads its text.
+        store::Statement rate = db.prepare(QStringLiteral("select ") + rateValue(texts[i]));
+        if (rate.next() && !rate.isNull(0)) configured[i] = rate.money(0);
+        summary.rates[i] = RateSums{Money::fromDouble(values[i]), {}, {}, {}};
     }
-    others << QStringLiteral("tipusIVA<>0");
-    const auto difference = rateSums(db, view, surcharge, others.join(QStringLiteral(" AND ")));
-    if (difference && difference->base != Money{}) summary.difference = difference;
+    store::Statement st =
+        db.prepare(QStringLiteral("select tipusIVA, sum(baseIVA), sum(IVA), %1 from %2 "
+                                  "where tipusIVA is not null group by tipusiva order by tipusiva")
+                       .arg(surcharge ? QStringLiteral("sum(REC)") : QStringLiteral("0"), view));
+    bool otherSeen = false;
+    while (st.next()) {
+        RateSums s;
+        s.rate = st.money(0);
+        s.base = st.isNull(1) ? Money{} : st.money(1);
+        s.quota = st.isNull(2) ? Money{} : st.money(2);
+        s.surcharge = st.isNull(3) ? Money{} : st.money(3);
+        bool matched = false;
+        for (std::size_t i = 0; i < N; ++i) {
+            if (configured[i] != s.rate) continue;
+            summary.rates[i] = s;
+            matched = true;
+        }
+        // Only the first other rate is read, and shown when its base is not zero.
+        if (!matched && s.rate != Money{} && !otherSeen) {
+            otherSeen = true;
+            if (s.base != Money{}) summary.difference = s;
+        }
+    }
     return summary;
 }
 

@@ -10,6 +10,8 @@
 #include "store/schema_objects.h"
 #include "store/store_error.h"
 
+#include <vector>
+
 namespace tallora::books {
 namespace {
 
@@ -412,19 +414,33 @@ QStringList bookRows(const WorkingContext& ctx, Book book) {
         QStringLiteral("select %1 from %2%3")
             .arg(c.columns, c.view,
                  c.order.isEmpty() ? QString() : QStringLiteral(" order by ") + c.order));
+    // What each column is, decided once rather than on every cell.
+    enum class Kind { Text, Money, Date };
+    std::vector<Kind> kinds;
+    for (const QString& c : columns)
+        kinds.push_back(moneyColumn(c)                ? Kind::Money
+                        : c == QStringLiteral("data") ? Kind::Date
+                                                      : Kind::Text);
+    const QChar mark = ctx.decimalMark();
+    const QString dateFormat = QStringLiteral("dd/MM/yyyy");
     while (st.next()) {
-        QStringList cells;
-        for (int i = 0; i < columns.size(); ++i) {
-            if (st.isNull(i))
-                cells << QString();
-            else if (moneyColumn(columns[i]))
-                cells << st.money(i).format(2, ctx.decimalMark());
-            else if (columns[i] == QStringLiteral("data"))
-                cells << st.date(i).toString(QStringLiteral("dd/MM/yyyy"));
-            else
-                cells << st.text(i);
+        QString line;
+        for (int i = 0; i < static_cast<int>(kinds.size()); ++i) {
+            if (i > 0) line += u'\t';
+            if (st.isNull(i)) continue;
+            switch (kinds[static_cast<std::size_t>(i)]) {
+                case Kind::Money:
+                    line += st.money(i).format(2, mark);
+                    break;
+                case Kind::Date:
+                    line += st.date(i).toString(dateFormat);
+                    break;
+                case Kind::Text:
+                    line += st.text(i);
+                    break;
+            }
         }
-        lines << cells.join(u'\t');
+        lines << line;
     }
     return lines;
 }
