@@ -3,6 +3,7 @@
 #include "context/common_helpers.h"
 #include "context/dialogs.h"
 #include "context/entry_fields.h"
+#include "context/file_tree.h"
 #include "context/month_lock.h"
 #include "context/working_context.h"
 #include "master/accounts.h"
@@ -15,9 +16,13 @@
 #include "sales/sale_entry.h"
 #include "sales/sale_posting.h"
 #include "sales/sale_validation.h"
+#include "shell/company_list.h"
+#include "shell/exercises.h"
+#include "shell/startup.h"
 #include "store/database.h"
 
 #include <QDate>
+#include <QDir>
 #include <QString>
 
 #include <algorithm>
@@ -775,6 +780,40 @@ SampleSummary fillSampleExercise(const WorkingContext& ctx, const SampleOptions&
     summary.customers = customerCount;
     summary.suppliers = supplierCount;
     return summary;
+}
+
+void openSampleCompany(WorkingContext& ctx, ScriptedDialogs& dialogs, const QString& folder,
+                       const QDate& today) {
+    const QString unit = folder + QStringLiteral("/unit");
+    ctx.Unitat = unit;
+    ctx.programDir = folder + QStringLiteral("/program/");
+    QDir().mkpath(unit);
+    QDir().mkpath(ctx.programDir);
+    NewCompany company{QStringLiteral("Comercial Brenwick S.L."),
+                       QStringLiteral("C/ Major, 1"),
+                       QStringLiteral("Reus"),
+                       QStringLiteral("43201"),
+                       QStringLiteral("B1234567"),
+                       true};
+    dialogs.setNextAnswer(Dialogs::Answer::Yes);
+    if (!Verifica_Empresa(ctx, dialogs, unit, company))
+        throw std::runtime_error("the company was refused: " + dialogs.lastText().toStdString());
+    if (!Obre_Empresa(ctx, dialogs, unit,
+                      companyRow(CompanyEntry{QStringLiteral("x"), nif8Of(company.nif)})))
+        throw std::runtime_error("the company did not open");
+    NewExercise exercise;
+    exercise.exercici = QStringLiteral("2026");
+    exercise.iva = {QStringLiteral("21"), QStringLiteral("10"), QStringLiteral("4")};
+    exercise.re = {QStringLiteral("5,2"), QStringLiteral("1,4"), QStringLiteral("0,5")};
+    // The text "0" alone is refused by the exercise's creation.
+    exercise.ivas = {QStringLiteral("21"), QStringLiteral("10"), QStringLiteral("4"),
+                     QStringLiteral("0,0")};
+    dialogs.setNextAnswer(Dialogs::Answer::Yes);
+    if (!Graba_Exercici(ctx, dialogs, exercise))
+        throw std::runtime_error("the exercise was refused: " + dialogs.lastText().toStdString());
+    if (!Obre_Exercici(ctx, dialogs, exercise.exercici, today))
+        throw std::runtime_error("the exercise did not open");
+    Inicia_MDI(ctx, &dialogs);
 }
 
 }  // namespace tallora::shell

@@ -4,6 +4,13 @@
 // exercise to show and to try the books, listings and treasury on at a realistic volume.
 #include "context/fwd.h"
 
+namespace tallora {
+class ScriptedDialogs;
+}
+
+#include <QDate>
+#include <QString>
+
 #include <cstdint>
 #include <functional>
 
@@ -35,5 +42,14 @@ struct SampleSummary {
 // refused; store::StoreError for a fault of the store.
 SampleSummary fillSampleExercise(const WorkingContext& ctx, const SampleOptions& options,
                                  const std::function<void(int done, int total)>& progress = {});
+
+// A company with treasury control, "Comercial Brenwick S.L." (B1234567), and its exercise
+// 2026 made and opened in a unit and program folder under `folder`, as the start leaves them,
+// on `today`, with the rates of the day: sales 21, 10, 4 with recargo 5,2, 1,4, 0,5;
+// purchases 21, 10, 4 and an exempt fourth. Where the benchmarks and the checks of the books
+// post their generated years; ctx.resourcesDir is the caller's. Throws std::runtime_error
+// with the refusal of a step.
+void openSampleCompany(WorkingContext& ctx, ScriptedDialogs& dialogs, const QString& folder,
+                       const QDate& today);
 
 }  // namespace tallora::shell

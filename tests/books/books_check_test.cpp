@@ -10,10 +10,7 @@
 #include "context/list_files.h"
 #include "context/working_context.h"
 #include "schema/creation.h"
-#include "shell/company_list.h"
-#include "shell/exercises.h"
 #include "shell/sample_exercise.h"
-#include "shell/startup.h"
 #include "store/database.h"
 
 #include <QDir>
@@ -67,42 +64,9 @@ using ByRate = std::map<std::int64_t, Sums>;
 // sample year posted into it. Made once for the suite: the posting is what takes the time.
 struct GeneratedYear {
     GeneratedYear() {
-        const QString unit = tmp.filePath(QStringLiteral("unit"));
-        QDir().mkpath(unit);
-        ctx.Unitat = unit;
-        ctx.programDir = withTrailingSlash(tmp.filePath(QStringLiteral("program")));
-        QDir().mkpath(ctx.programDir);
         ctx.resourcesDir = QStringLiteral(TALLORA_SOURCE_DIR "/resources/");
 
-        shell::NewCompany company{QStringLiteral("Comercial Brenwick S.L."),
-                                  QStringLiteral("C/ Major, 1"),
-                                  QStringLiteral("Reus"),
-                                  QStringLiteral("43201"),
-                                  QStringLiteral("B1234567"),
-                                  true};
-        dialogs.setNextAnswer(Dialogs::Answer::Yes);
-        if (!shell::Verifica_Empresa(ctx, dialogs, unit, company))
-            throw std::runtime_error("the company was refused: " +
-                                     dialogs.lastText().toStdString());
-        if (!shell::Obre_Empresa(
-                ctx, dialogs, unit,
-                shell::companyRow(CompanyEntry{QStringLiteral("x"), nif8Of(company.nif)})))
-            throw std::runtime_error("the company did not open");
-
-        shell::NewExercise exercise;
-        exercise.exercici = QStringLiteral("2026");
-        exercise.iva = {QStringLiteral("21"), QStringLiteral("10"), QStringLiteral("4")};
-        exercise.re = {QStringLiteral("5,2"), QStringLiteral("1,4"), QStringLiteral("0,5")};
-        // An exempt fourth rate; the text "0" alone is refused by the exercise's creation.
-        exercise.ivas = {QStringLiteral("21"), QStringLiteral("10"), QStringLiteral("4"),
-                         QStringLiteral("0,0")};
-        dialogs.setNextAnswer(Dialogs::Answer::Yes);
-        if (!shell::Graba_Exercici(ctx, dialogs, exercise))
-            throw std::runtime_error("the exercise was refused: " +
-                                     dialogs.lastText().toStdString());
-        if (!shell::Obre_Exercici(ctx, dialogs, QStringLiteral("2026"), QDate(2026, 3, 2)))
-            throw std::runtime_error("the exercise did not open");
-        shell::Inicia_MDI(ctx, &dialogs);
+        shell::openSampleCompany(ctx, dialogs, tmp.path(), QDate(2026, 3, 2));
 
         shell::SampleOptions options;
         options.invoices = kInvoices;
