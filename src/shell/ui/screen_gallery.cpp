@@ -4,6 +4,7 @@
 #include "treasury_gallery.h"
 
 #include "blockmes.h"
+#include "books/ui/form_llibres.h"
 #include "context/dialogs.h"
 #include "context/working_context.h"
 #include "form_configuracio.h"
@@ -21,6 +22,7 @@
 #include "master/ui/references_form.h"
 #include "master/ui/suppliers_form.h"
 #include "master/ui/treasury_accounts_form.h"
+#include "report/report_job.h"
 #include "schema/upgrades.h"
 #include "shell/company_list.h"
 #include "shell/exercises.h"
@@ -34,6 +36,7 @@
 #include <QListWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QRadioButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QToolBar>
@@ -303,6 +306,23 @@ std::vector<GalleryScreen> screenGallery() {
                            screen->resize(1200, 640);
                            return std::unique_ptr<QWidget>(std::move(screen));
                        }});
+    // The books dialog on each of its tabs; the listings with the customers' extract chosen.
+    static report::ReportJob booksJob;
+    for (const char* tab : {"gastos", "ingresos", "Suplidos", "informes", "listados"}) {
+        screens.push_back(
+            {QStringLiteral("FormLLibres_") + QLatin1String(tab), [tab](WorkingContext& ctx) {
+                 openExercise(ctx);
+                 ctx.Tesoreria = true;
+                 auto screen = std::make_unique<FormLLibres>(ctx, dialogs(), booksJob);
+                 QTabWidget* tabs = screen->TabStrip1();
+                 for (int i = 0; i < tabs->count(); ++i)
+                     if (tabs->widget(i)->objectName() == QLatin1String(tab))
+                         tabs->setCurrentIndex(i);
+                 if (auto* customers = screen->findChild<QRadioButton*>(QStringLiteral("OpExt4")))
+                     customers->click();
+                 return std::unique_ptr<QWidget>(std::move(screen));
+             }});
+    }
     return screens;
 }
 
