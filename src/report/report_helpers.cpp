@@ -74,6 +74,9 @@ ReportResult runReport(const WorkingContext& ctx, Dialogs& dialogs, ReportJob& j
                        const QString& windowTitle, const std::function<void(ReportJob&)>& fill) {
     if (!Hi_Ha_Impressora(ctx, dialogs)) return {ReportResult::Status::Cancelled, {}, 0};
     Neteja_Informe(job);
+    // A list orders its rows by its layout or by what `fill` says, never by the sort fields
+    // another report left in the shared job.
+    job.SortFields.clear();
     fill(job);
     job.WindowTitle = windowTitle;
     job.Destination = request.destination;

@@ -48,9 +48,9 @@ struct PrintRequest {
     QString printFileName;  // with Destination::File
 };
 
-// The launch every list follows: Hi_Ha_Impressora; Neteja_Informe; `fill` (layout, data
-// files, formulas, selection); WindowTitle; Destination; Marges_Informe; Action. With no
-// printer nothing runs and the result is Cancelled.
+// The launch every list follows: Hi_Ha_Impressora; Neteja_Informe; the sort fields emptied;
+// `fill` (layout, data files, formulas, selection, sort); WindowTitle; Destination;
+// Marges_Informe; Action. With no printer nothing runs and the result is Cancelled.
 ReportResult runReport(const WorkingContext& ctx, Dialogs& dialogs, ReportJob& job,
                        ReportOutput* output, const PrintRequest& request,
                        const QString& windowTitle, const std::function<void(ReportJob&)>& fill);

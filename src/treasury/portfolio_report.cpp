@@ -69,7 +69,10 @@ report::ReportResult Imprimeix_Recibos(const WorkingContext& ctx, Dialogs& dialo
     job.Destination = print.destination;
     job.PrintFileName = print.printFileName;
     report::Marges_Informe(job, ctx);
-    return job.Action(ctx, dialogs, output);
+    const report::ReportResult result = job.Action(ctx, dialogs, output);
+    // The order is this list's own: the next report of the shared job must not inherit it.
+    job.SortFields.clear();
+    return result;
 }
 
 }  // namespace tallora::treasury

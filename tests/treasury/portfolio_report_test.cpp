@@ -79,6 +79,8 @@ protected:
         dialogs.setNextAnswer(Dialogs::Answer::Yes);
         const report::ReportResult r = Imprimeix_Recibos(f.ctx, dialogs, job, nullptr, p);
         EXPECT_TRUE(r.ok()) << r.error.toStdString();
+        // The list's order stays with it: the next report of the shared job starts without.
+        EXPECT_TRUE(job.SortFields.isEmpty());
         return tallora::testing::pdfPages(p.printFileName);
     }
 
