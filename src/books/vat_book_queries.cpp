@@ -66,7 +66,8 @@ QString rateValue(const QString& text) {
 
 // One pass over the view, grouped by rate in ascending order, stands for a query per
 // configured rate and one for the rest: each configured rate takes its group, and the
-// difference line the first other non-zero one. Rows without a rate are in no line.
+// difference line the first other non-zero rate when its base is not zero. Rows at rate 0
+// (exempt, or a sale without VAT lines) fall in no line unless a configured rate is 0.
 template <std::size_t N, typename Summary>
 Summary summarise(const WorkingContext& ctx, const QString& view, bool surcharge,
                   const std::array<QString, N>& texts, const std::array<double, N>& values) {

@@ -54,7 +54,10 @@ void bookHead(Formulas& f, const WorkingContext& ctx, const BookRequest& r, int 
 
 // The counterparty declaration's threshold: 3.005,06 euros (500.000 pesetas), in the
 // ten-thousandths of a Currency column. The report names only customers and suppliers whose
-// year passes it, which the view decides, as the layout cannot drop a group.
+// year passes it, which the view decides, as the layout cannot drop a group. Left out, as the
+// return itself leaves them to other returns: the sales without a customer (a shop's daily
+// takings), intra-community invoices (declared in 349) and invoices with withholding
+// (declared in 190); the amounts are the invoices' totals, VAT included.
 std::int64_t declarationThreshold(const WorkingContext& ctx) {
     return ctx.Moneda == QStringLiteral("Ptes.") ? 5000000000LL : 30050600LL;
 }
@@ -79,7 +82,8 @@ QString declarationSide(const WorkingContext& ctx, bool customers) {
     return QStringLiteral(
                "select %1 as Lado, %2 as Titulo, %3 as Codigo, %4 as CodCli, %5 as CodPro, "
                "max(Nom%3) as Nombre, max(nif) as NIF, sum(%6) as Importe%7 from Diari "
-               "where Debe_Haber = %8 group by %3 having abs(sum(%6)) > %9")
+               "where Debe_Haber = %8 and %3 <> 0 and RET = 0 and coalesce(Clasificacion, '') "
+               "not like '%ntra%' group by %3 having abs(sum(%6)) > %9")
         .arg(customers ? QStringLiteral("1") : QStringLiteral("2"),
              store::quoteLiteral(Missatge(ctx, customers ? 6101 : 6111)), party,
              customers ? party : QStringLiteral("null"), customers ? QStringLiteral("null") : party,
@@ -150,8 +154,10 @@ QString purchasesBookLayout(const WorkingContext& ctx, PurchasesBook book) {
 
 namespace {
 
+// Each builder fails on its own: a journal that could not be rebuilt still gets the query of
+// the months asked for, and the book prints what the journal holds.
 void prepareSalesBook(const WorkingContext& ctx, const BookRequest& request) {
-    Genera_Diari_Vendes(ctx);
+    silently([&] { Genera_Diari_Vendes(ctx); });
     progress(request, 20);
     const SeriesFilter s = seriesFilter(request.series);
     Genera_SelIVAr(ctx, request.fromMonth, request.toMonth, s.serie, s.clasificacion, request.irpf);
@@ -160,10 +166,12 @@ void prepareSalesBook(const WorkingContext& ctx, const BookRequest& request) {
 void preparePurchasesBook(const WorkingContext& ctx, PurchasesBook book,
                           const BookRequest& request) {
     // The withholding list reads the journal as the last book left it.
-    if (book == PurchasesBook::Withholding)
-        prepareJournal(ctx);
-    else
-        Genera_Diari_Compres(ctx);
+    silently([&] {
+        if (book == PurchasesBook::Withholding)
+            prepareJournal(ctx);
+        else
+            Genera_Diari_Compres(ctx);
+    });
     progress(request, 20);
     const SeriesFilter s = seriesFilter(request.series);
     const bool nomesIva = book == PurchasesBook::VatOnly || book == PurchasesBook::Investments;
@@ -172,13 +180,16 @@ void preparePurchasesBook(const WorkingContext& ctx, PurchasesBook book,
                    book == PurchasesBook::Withholding);
 }
 
-void prepareDeclaration(const WorkingContext& ctx) {
-    Genera_Diari_Vendes(ctx);
-    Genera_Diari_Compres(ctx);
-    store::Database db = store::Database::open(ctx.exerciseFile(schema::db::Llibre));
-    store::createQuery(
-        db, QStringLiteral("Sel347"),
-        declarationSide(ctx, true) + QStringLiteral(" union all ") + declarationSide(ctx, false));
+void prepareDeclaration(const WorkingContext& ctx, const BookRequest& request) {
+    silently([&] { Genera_Diari_Vendes(ctx); });
+    silently([&] { Genera_Diari_Compres(ctx); });
+    progress(request, 20);
+    silently([&] {
+        store::Database db = store::Database::open(ctx.exerciseFile(schema::db::Llibre));
+        store::createQuery(db, QStringLiteral("Sel347"),
+                           declarationSide(ctx, true) + QStringLiteral(" union all ") +
+                               declarationSide(ctx, false));
+    });
 }
 
 }  // namespace
@@ -374,16 +385,14 @@ bool prepareBook(const WorkingContext& ctx, Dialogs& dialogs, Book book, BookReq
         return false;
     progress(request, 10);
     if (salesSide(book)) request.irpf = book == Book::SalesWithholding;
-    silently([&] {
-        if (salesSide(book))
-            prepareSalesBook(ctx, request);
-        else if (book == Book::Provisions)
-            Genera_SelFras_Suplidos(ctx, request.fromMonth, request.toMonth);
-        else if (book == Book::Declaration)
-            prepareDeclaration(ctx);
-        else
-            preparePurchasesBook(ctx, purchasesBook(book), request);
-    });
+    if (salesSide(book))
+        prepareSalesBook(ctx, request);
+    else if (book == Book::Provisions)
+        Genera_SelFras_Suplidos(ctx, request.fromMonth, request.toMonth);
+    else if (book == Book::Declaration)
+        prepareDeclaration(ctx, request);
+    else
+        preparePurchasesBook(ctx, purchasesBook(book), request);
     progress(request, 60);
     return true;
 }

@@ -5,9 +5,10 @@
 // them from here.
 //
 // The order of a launch: the period check (6142, nothing rebuilt when refused); progress 10;
-// the journal (progress 20); the stored query; the summary; progress 95; then the common
-// report launch (report_helpers.h runReport: printer check, file, data, formulas, title,
-// destination, margins, start).
+// the journal (progress 20; a failure is silent and the book prints what the journal holds);
+// the stored query (progress 60); then the common report launch (report_helpers.h runReport:
+// printer check, file, data, formulas with the summary, title, destination, margins; progress
+// 95; start; progress 0).
 //
 // Layouts, on the view each reads, and the formulas they are given:
 //   llibrei1.rpt  SelIVAr   the sales book; the six lbl_bar_/lbl_titulo_gral texts of the
@@ -23,7 +24,8 @@
 // Common formulas: Nom, NIF, lbl_ejercicio (6143 + year), periode (" 6156  6145 FROM 6146 TO
 // - series"), lbl_fecha (the print date), lbl_pagina (6113), and the column captions; besides
 // them every book with sums carried at a page's foot is given lbl_acumulado (6154) to name
-// them, and the provisions book lbl_bar_nombre (6137) for its name column.
+// them, the purchases book lbl_pagina (6113) for its page numbers, and the provisions book
+// lbl_bar_nombre (6137) for its name column.
 #include "vat_book_queries.h"
 
 #include "context/fwd.h"
@@ -58,8 +60,8 @@ struct BookRequest {
     bool irpf = false;  // OpLibroIRPF of the sales book
     QDate printDate;    // data_fecha_impresion
     report::PrintRequest print;
-    // Prog: 10 at the start, 20 after the journal, 60 after the query, 95 when the report
-    // starts, 0 at the end.
+    // Prog: 10 at the start, 20 after the journal (books that rebuild one), 60 after the
+    // query, 95 when the report starts, 0 at the end.
     std::function<void(int)> progress;
 };
 

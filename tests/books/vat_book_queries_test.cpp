@@ -48,12 +48,13 @@ TEST_F(VatQueries, ThePeriodRunsFromTheFirstDayToTheLastOfItsMonths) {
     sale(1, "2026-01-01", "F-1", 121, {100, 0, 0});
     sale(2, "2026-03-31", "F-2", 121, {100, 0, 0});
     sale(3, "2026-04-01", "F-3", 121, {100, 0, 0});
-    purchase(1, "2026-03-31", 60, 121, {100, 0, 0, 0});
+    purchase(7, "2026-03-31", 60, 121, {100, 0, 0, 0});
+    Genera_Diari_Compres(f.ctx);
     EXPECT_EQ(sales(1, 3), (QStringList{"1", "2"}));
     EXPECT_EQ(sales(4, 4), QStringList{"3"});
     EXPECT_EQ(sales(5, 12), QStringList{});
-    // Only the sales side: the purchase of the same day is not in the sales book.
-    EXPECT_EQ(rows(llibre(), "select count(*) from Diari"), QStringList{"3"});
+    // Only the sales side: the purchase of the same day, in the journal, is not in the book.
+    EXPECT_EQ(rows(llibre(), "select count(*) from Diari"), QStringList{"4"});
 }
 
 TEST_F(VatQueries, FebruaryEndsOnTheCalendarsLastDay) {
@@ -164,6 +165,21 @@ TEST_F(VatQueries, TheSalesSummaryAddsEachRateAndShowsAnOldRateAsTheDifference) 
     EXPECT_EQ(formulas(job).mid(15),
               (QStringList{"base4='100,00 '", "ivar4='dif %'", "iva4='16,00 '", "rec4='0,00 '",
                            "rer4='dif %'"}));
+}
+
+TEST_F(VatQueries, ARateWithDecimalsReachesTheSqlAsItsText) {
+    f.ctx.TipusIVA[1] = 10.5;
+    f.ctx.TipusIVAText[1] = QStringLiteral("10.5");
+    sale(1, "2026-01-10", "F-1", 1105000, {0, 1000000, 0});
+    exec(frasOut(), "update FrasOut set TIva2 = 105000, Iva2 = 105000 where Ordre = 1");
+    Genera_Diari_Vendes(f.ctx);
+    ASSERT_TRUE(Genera_SelIVAr(f.ctx, 1, 12, {}, {}));
+    report::ReportJob job;
+    Resum_IVAr(f.ctx, job);
+    EXPECT_EQ(formulas(job).mid(5, 5),
+              (QStringList{"base2='100,00 '", "iva2='10,50 '", "ivar2='10,5 %'", "rer2='1,4 %'",
+                           "rec2='0,00 '"}));
+    EXPECT_FALSE(salesSummary(f.ctx).difference);
 }
 
 TEST_F(VatQueries, ThePurchasesSummaryHasFourRatesAndItsOwnDifferenceText) {

@@ -135,6 +135,14 @@ TEST_F(VatBooks, TheSalesBookHasItsFormulasInOrderAndTheSummaryAfterThem) {
     EXPECT_EQ(steps, (QList<int>{10, 20, 60, 95, 0}));
 }
 
+TEST_F(VatBooks, ABookTakesNoOrderFromTheReportBeforeIt) {
+    sale(1, "2026-01-10", "F-1", 121, {100, 0, 0});
+    job.SortFields = QStringList{QStringLiteral("+{cartera.data}")};
+    const auto result = launchBook(f.ctx, dialogs, job, nullptr, Book::Sales, request(1, 3));
+    EXPECT_TRUE(result.ok()) << result.error.toStdString();
+    EXPECT_TRUE(job.SortFields.isEmpty());
+}
+
 TEST_F(VatBooks, ThePurchasesBooksNameTheirTitles) {
     ASSERT_TRUE(launch(Book::Investments, request(1, 12)).ok());
     EXPECT_EQ(formulasOf(job).mid(0, 2),
@@ -174,6 +182,21 @@ TEST_F(VatBooks, TheDeclarationKeepsThePartiesOverTheThresholdWithTheirQuarters)
     EXPECT_EQ(job.DataFiles[7], llibre());
     EXPECT_EQ(job.DataFiles[9], gest());
     EXPECT_EQ(job.DataFiles[0], comptes());
+}
+
+TEST_F(VatBooks, TheDeclarationLeavesOutWhatOtherReturnsDeclare) {
+    // Each over the threshold alone: a shop's takings without a customer, an intra-community
+    // sale and a sale with withholding.
+    sale(1, "2026-01-10", "F-1", 50000000, {0, 0, 0});
+    sale(2, "2026-01-11", "F-2", 50000000, {0, 0, 0});
+    sale(3, "2026-01-12", "F-3", 50000000, {0, 0, 0}, 7500000, 50000000);
+    exec(frasOut(), "update FrasOut set Client = 0 where Ordre = 1");
+    exec(frasOut(), "update FrasOut set Clasificacion = 'Intracomunitaria' where Ordre = 2");
+    ASSERT_TRUE(launch(Book::Declaration, request(1, 12)).ok());
+    EXPECT_EQ(bookRows(f.ctx, Book::Declaration).size(), 1);
+    exec(frasOut(), "update FrasOut set Clasificacion = '' where Ordre = 2");
+    ASSERT_TRUE(launch(Book::Declaration, request(1, 12)).ok());
+    EXPECT_EQ(bookRows(f.ctx, Book::Declaration).value(1).section(u'\t', 8), "5.000,00");
 }
 
 TEST_F(VatBooks, EachBookOfTheFixedExerciseGivesItsExpectedRowsSummaryAndPages) {
