@@ -1,5 +1,6 @@
 #include "shell/ui/form_mdi.h"
 #include "books/customer_listings.h"
+#include "books/ui/form_llibres.h"
 #include "context/common_helpers.h"
 #include "context/dialogs.h"
 #include "context/messages.h"
@@ -114,11 +115,29 @@ private slots:
         QCOMPARE(window.menuAction(QStringLiteral("mnu_extractos"))->text(), Missatge(ctx, 6651));
         QVERIFY(window.menuAction(QStringLiteral("mnu_Tesoreria"))->isVisible());
         QVERIFY(window.menuAction(QStringLiteral("mnu_extractos"))->isEnabled());
-        QVERIFY(!window.menuAction(QStringLiteral("mnullibres"))->isEnabled());
+        QVERIFY(window.menuAction(QStringLiteral("mnullibres"))->isEnabled());
+        QVERIFY(!window.menuAction(QStringLiteral("consing"))->isEnabled());
         QVERIFY(window.menuAction(QStringLiteral("mnuRepara"))->isEnabled());
         QCOMPARE(window.BarraMDI()->findChild<QAction*>(QStringLiteral("Vendes"))->text(), Missatge(ctx, 232));
         window.Activa_BarraMDI(false);
         QVERIFY(!window.BarraMDI()->findChild<QAction*>(QStringLiteral("Ayuda"))->isEnabled());
+    }
+
+    void theBooksEntryOpensTheBooksDialogModalToTheShell() {
+        WorkingContext ctx = fresh();
+        ScriptedDialogs dialogs;
+        FormMDI window(ctx, dialogs);
+        window.show();
+        window.menuAction(QStringLiteral("mnullibres"))->trigger();
+        auto* books = window.findChild<FormLLibres*>();
+        QVERIFY(books);
+        QVERIFY(books->isVisible());
+        QCOMPARE(books->windowModality(), Qt::WindowModal);
+        // Not a working child: the shell's area keeps no window for it.
+        for (QMdiSubWindow* sub : window.mdiArea()->subWindowList())
+            QVERIFY(!qobject_cast<FormLLibres*>(sub->widget()));
+        books->close();
+        QTRY_VERIFY(!window.findChild<FormLLibres*>());
     }
 
     void theMasterEntriesOpenOneScreenEach() {

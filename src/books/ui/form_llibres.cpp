@@ -5,6 +5,7 @@
 #include "context/messages.h"
 #include "context/working_context.h"
 #include "report/report_job.h"
+#include "report/report_output.h"
 #include "report/ui/qt_report_output.h"
 #include "store/store_error.h"
 #include "widgets/field_behaviour.h"
@@ -24,6 +25,8 @@
 #include <QRadioButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
+
+#include <exception>
 
 namespace tallora {
 namespace {
@@ -75,6 +78,24 @@ void endWith(QVBoxLayout* layout, QPushButton* b) {
 
 }  // namespace
 
+// The print dialog is the user's to answer: it shows without the wait pointer.
+class FormLLibres::PointerFreeOutput : public report::ReportOutput {
+public:
+    explicit PointerFreeOutput(report::ReportOutput* inner) : inner_(inner) {}
+    void showWindow(std::shared_ptr<const report::RenderedReport> report) override {
+        inner_->showWindow(std::move(report));
+    }
+    bool printWithDialog(const report::RenderedReport& report, int copies) override {
+        QApplication::restoreOverrideCursor();
+        const bool printed = inner_->printWithDialog(report, copies);
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        return printed;
+    }
+
+private:
+    report::ReportOutput* inner_;
+};
+
 FormLLibres::FormLLibres(WorkingContext& ctx, Dialogs& dialogs, report::ReportJob& job,
                          report::ReportOutput* output, QWidget* parent)
     : QDialog(parent), ctx_(ctx), dialogs_(dialogs), job_(job), output_(output) {
@@ -85,6 +106,7 @@ FormLLibres::FormLLibres(WorkingContext& ctx, Dialogs& dialogs, report::ReportJo
         previews_ = std::make_unique<report::QtReportOutput>(&dialogs_, this);
         output_ = previews_.get();
     }
+    pointerFree_ = std::make_unique<PointerFreeOutput>(output_);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 8);
     layout->addWidget(ui::bandTitle(Missatge(ctx_, 1000), Missatge(ctx_, 1001), this));
@@ -329,7 +351,8 @@ QWidget* FormLLibres::listadosTab() {
 }
 
 QWidget* FormLLibres::destination() {
-    auto* row = new QWidget(this);
+    auto* row = named(new QWidget(this), "destination");
+    destination_ = row;
     auto* h = new QHBoxLayout(row);
     h->setContentsMargins(0, 4, 0, 0);
     OpWindow = option("OpWindow", Missatge(ctx_, 1021), row);
@@ -385,26 +408,35 @@ books::BookRequest FormLLibres::request(const QComboBox* from, const QComboBox* 
 }
 
 void FormLLibres::busy(const std::function<void()>& work) {
+    // The tabs and the destination go grey, not the dialog itself: the print dialog opened
+    // from it must stay usable.
     struct Restore {
         FormLLibres* form;
         ~Restore() {
             QApplication::restoreOverrideCursor();
-            form->setEnabled(true);
+            form->TabStrip1_->setEnabled(true);
+            form->destination_->setEnabled(true);
             form->Prog->setValue(0);
         }
     };
-    setEnabled(false);
+    TabStrip1_->setEnabled(false);
+    destination_->setEnabled(false);
     QApplication::setOverrideCursor(Qt::WaitCursor);
     const Restore restore{this};
     try {
         work();
     } catch (const store::StoreError& error) {
         dialogs_.stop(error.message());
+    } catch (const std::exception& error) {
+        dialogs_.stop(QString::fromUtf8(error.what()));
     }
 }
 
 void FormLLibres::launch(Book book, books::BookRequest r) {
-    busy([&] { books::launchBook(ctx_, dialogs_, job_, output_, book, std::move(r)); });
+    // A refused period is told before anything else happens: no wait, nothing greyed.
+    if (book != Book::Declaration && !books::checkPeriod(ctx_, dialogs_, r.fromMonth, r.toMonth))
+        return;
+    busy([&] { books::launchBook(ctx_, dialogs_, job_, pointerFree_.get(), book, std::move(r)); });
 }
 
 void FormLLibres::btnIVAs_simpli() {
@@ -448,9 +480,9 @@ void FormLLibres::printListing(bool customers) {
     l.destination = r.print.destination;
     busy([&] {
         if (customers)
-            books::btnLListatClients(ctx_, dialogs_, job_, output_, l);
+            books::btnLListatClients(ctx_, dialogs_, job_, pointerFree_.get(), l);
         else
-            books::btnLListatProv(ctx_, dialogs_, job_, output_, l);
+            books::btnLListatProv(ctx_, dialogs_, job_, pointerFree_.get(), l);
     });
 }
 

@@ -5,9 +5,10 @@
 // to the shell's window, so that nothing is posted while a book is built; its previews open
 // as windows of their own, which it does not block.
 //
-// A launch disables the form and shows the wait pointer until it is over, whatever way it
-// ends. The operating statement, the trial balance and the ledgers (btnPiG, btnSaldos,
-// btnMajorPro) stand in their places but do not act yet.
+// A launch greys the tabs and the destination and shows the wait pointer until it is over,
+// however it ends; the print dialog it may open stays usable and shows the normal pointer.
+// A refused period is told first, with nothing greyed. The operating statement, the trial balance
+// and the ledgers (btnPiG, btnSaldos, btnMajorPro) stand in their places but do not act yet.
 //
 // Keys: Tab moves along, Enter on a button runs it, Esc closes, F1 opens help "libros".
 #include "books/vat_books.h"
@@ -75,8 +76,10 @@ private:
     WorkingContext& ctx_;
     Dialogs& dialogs_;
     report::ReportJob& job_;
+    class PointerFreeOutput;
     std::unique_ptr<report::QtReportOutput> previews_;
     report::ReportOutput* output_;
+    std::unique_ptr<PointerFreeOutput> pointerFree_;
 
     QTabWidget* TabStrip1_;
     QComboBox *OpInici, *OpFinal, *OpiniciR, *OpFinalR, *OpIniciS, *OpFinalS, *OpIniciE, *OpFinalE;
@@ -93,6 +96,7 @@ private:
     QRadioButton *OpWindow, *OPprinter;
     QDateEdit* data_fecha_impresion;
     QProgressBar* Prog;
+    QWidget* destination_ = nullptr;
 };
 
 }  // namespace tallora

@@ -53,18 +53,24 @@ public:
     report::ReportJob job;
 };
 
-// What reaches the preview, and the state of the form at that moment.
+// What reaches the preview or the printer, and the state of the form at that moment.
 class RecordingOutput : public report::ReportOutput {
 public:
     void showWindow(std::shared_ptr<const report::RenderedReport> r) override {
         shown = std::move(r);
-        if (form) formEnabled = form->isEnabled();
+        if (form) tabsEnabled = form->TabStrip1()->isEnabled();
         waitCursor = QApplication::overrideCursor() != nullptr;
     }
-    bool printWithDialog(const report::RenderedReport&, int) override { return false; }
+    bool printWithDialog(const report::RenderedReport&, int) override {
+        printed = true;
+        // The print dialog, a child of the form, must be usable and without the wait pointer.
+        if (form) formEnabledWhilePrinting = form->isEnabled();
+        waitCursor = QApplication::overrideCursor() != nullptr;
+        return false;
+    }
     std::shared_ptr<const report::RenderedReport> shown;
-    QWidget* form = nullptr;
-    bool formEnabled = true, waitCursor = false;
+    FormLLibres* form = nullptr;
+    bool tabsEnabled = true, waitCursor = false, printed = false, formEnabledWhilePrinting = false;
 };
 
 template <class W>
@@ -149,9 +155,9 @@ private slots:
         child<QPushButton>(&form, "btn_llibre_IVAr")->click();
         QVERIFY2(output.shown, qPrintable(x.dialogs.lastText()));
         QCOMPARE(layoutOf(x.job), QStringLiteral("llibrei1.rpt"));
-        QVERIFY(!output.formEnabled);
+        QVERIFY(!output.tabsEnabled);
         QVERIFY(output.waitCursor);
-        QVERIFY(form.isEnabled());
+        QVERIFY(form.TabStrip1()->isEnabled());
         QVERIFY(!QApplication::overrideCursor());
         QCOMPARE(child<QProgressBar>(&form, "Prog")->value(), 0);
         QVERIFY(formulas(x.job).contains(QStringLiteral("HASTA MARZO")));
@@ -161,6 +167,19 @@ private slots:
         child<QCheckBox>(&form, "OpLibroIRPF")->setChecked(true);
         child<QPushButton>(&form, "btn_llibre_IVAr")->click();
         QCOMPARE(layoutOf(x.job), QStringLiteral("llibrer1.rpt"));
+    }
+
+    void thePrintDialogIsUsableAndWithoutTheWaitPointer() {
+        Exercise x;
+        RecordingOutput output;
+        FormLLibres form(x.ctx, x.dialogs, x.job, &output);
+        output.form = &form;
+        child<QRadioButton>(&form, "OPprinter")->click();
+        child<QPushButton>(&form, "btnSuplidos")->click();
+        QVERIFY(output.printed);
+        QVERIFY(output.formEnabledWhilePrinting);
+        QVERIFY(!output.waitCursor);
+        QVERIFY(!QApplication::overrideCursor());
     }
 
     void eachPurchasesOptionGivesItsBook() {
@@ -203,6 +222,7 @@ private slots:
         child<QPushButton>(&form, "btnIVAs_simpli")->click();
         QCOMPARE(x.dialogs.lastText(), Missatge(x.ctx, 6142));
         QCOMPARE(x.dialogs.shown().back().kind, ScriptedDialogs::Shown::Kind::Stop);
+        QCOMPARE(x.dialogs.shown().size(), std::size_t(1));
         QVERIFY(!output.shown);
         QVERIFY(x.job.ReportFileName.isEmpty());
         QVERIFY(form.isEnabled());
