@@ -167,6 +167,18 @@ TEST_F(VatBooks, TheWithholdingListOfSuppliersReadsTheJournalAsTheLastBookLeftIt
     EXPECT_EQ(bookRows(f.ctx, Book::PurchasesWithholding).size(), 2);
 }
 
+TEST_F(VatBooks, TheWithholdingListsNameThePartiesInAlphabeticalOrder) {
+    purchase(1, "2026-02-01", 62, 850000, {1000000, 0, 0, 0}, 150000);
+    purchase(2, "2026-02-02", 62, 850000, {1000000, 0, 0, 0}, 150000);
+    exec(frasIn(), "update FrasIN set Proveidor = 2, NomProveidor = 'Aceites Sur' where Ordre = 2");
+    ASSERT_TRUE(launch(Book::Purchases, request(1, 12)).ok());
+    ASSERT_TRUE(launch(Book::PurchasesWithholding, request(1, 12)).ok());
+    const QString text = pdfPages(job.PrintFileName).join(u'\n');
+    const auto first = text.indexOf(QStringLiteral("Aceites Sur"));
+    const auto second = text.indexOf(QStringLiteral("Olis del Camp"));
+    EXPECT_TRUE(first >= 0 && second > first) << text.toStdString();
+}
+
 TEST_F(VatBooks, TheDeclarationKeepsThePartiesOverTheThresholdWithTheirQuarters) {
     exec(gest(),
          "insert into Clients (client, nom, nif, poblacio) values (1, 'Bar Centre', "
