@@ -260,6 +260,17 @@ private slots:
         form.show();
         QVERIFY(QTest::qWaitForWindowActive(&form));
         QCOMPARE(form.focusWidget()->objectName(), QStringLiteral("OpInici"));
+        // The tabs turn from the keyboard, even from a month list.
+        QTest::keyClick(form.focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);
+        QCOMPARE(form.TabStrip1()->currentIndex(), 1);
+        QTest::keyClick(form.focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(form.TabStrip1()->currentIndex(), 2);
+        QTest::keyClick(form.focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
+        QTest::keyClick(form.focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
+        QCOMPARE(form.TabStrip1()->currentIndex(), 0);
+        QTest::keyClick(form.focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
+        QCOMPARE(form.TabStrip1()->currentIndex(), 4);
+        QCOMPARE(child<QComboBox>(&form, "OpInici")->currentIndex(), 0);
         QTest::keyClick(form.focusWidget(), Qt::Key_F1);
         QVERIFY2(opened.endsWith(QStringLiteral("esp_help/6/6.html")), qPrintable(opened));
         QTest::keyClick(form.focusWidget(), Qt::Key_Escape);
