@@ -3,6 +3,7 @@
 // with treasury, about half settled and the rest in the portfolio, as the postings leave them;
 // a second sample on the same exercise reuses its master data and goes on numbering.
 #include "shell/sample_exercise.h"
+#include "../table_rows.h"
 #include "schema/creation.h"
 #include "shell/startup.h"
 #include "start_fixture.h"
@@ -51,15 +52,7 @@ protected:
 
     // Every row of `sql`, columns joined by '|'.
     static QStringList table(const QString& path, const QString& sql) {
-        store::Database d = store::Database::open(path);
-        store::Statement st = d.prepare(sql);
-        QStringList rows;
-        while (st.next()) {
-            QStringList columns;
-            for (int i = 0; i < st.columnCount(); ++i) columns << st.text(i);
-            rows << columns.join(u'|');
-        }
-        return rows;
+        return tallora::testing::tableRows(path, sql);
     }
 
     // The first column of `sql` on tesorer.mdb with the invoices, the customers and the
