@@ -53,8 +53,8 @@ void takeCustomer(const WorkingContext& ctx, const QString& typed, SaleEntry& e)
     e.txtClient = e.listClientsText = customer ? customer->nom : typed;
     e.clientNumber.reset();
     if (customer) e.clientNumber = customer->client.toLongLong();
-    e.reEnabled = customer && customer->re;
-    // A posted sale changes its customer with its quotas: recargo follows the customer.
+    // As the screen takes a customer: Activa_RE, then a posted sale's quotas and total follow.
+    sales::Activa_RE(e, customer && customer->re);
     if (!e.isNew()) sales::Recalcula_Apunt(ctx, e, e.reEnabled);
 }
 

@@ -64,6 +64,7 @@ std::optional<LoadedSale> Modifica_Venda(const WorkingContext& ctx, const QStrin
         loaded.Tiva[i] = st.money(col(tivas[i])).toDouble();
         loaded.Tre[i] = st.money(col(tres[i])).toDouble();
     }
+    e.postedRates = loaded.Tiva;
     e.clasificacion = text("Clasificacion");
     e.rebutDomicili = text("direccio");
     e.rebutPoblacio = text("poblacio");

@@ -93,6 +93,12 @@ void Reparteix_Total(const WorkingContext& ctx, SaleEntry& e, double rate, bool 
     }
 }
 
+void Activa_RE(SaleEntry& e, bool clientRE) {
+    e.reEnabled = clientRE;
+    if (!clientRE)
+        for (QString& re : e.txtRE) re = QStringLiteral("0");
+}
+
 void Recalcula_Apunt(const WorkingContext& ctx, SaleEntry& e, bool clientRE) {
     if (e.Text1.isEmpty()) e.Text1 = QStringLiteral("0");
     if (e.txtBaseIRPF.isEmpty()) e.txtBaseIRPF = QStringLiteral("0");

@@ -66,6 +66,9 @@ struct SaleEntry {
     QString rebutDomicili, rebutPoblacio, rebutNif;  // lbl_rebut_*; empty unless the frame opened
     std::array<QString, 5> concepte;                  // txt_rebut_concepte .. 5
     Money Exempta;           // the difference taken as exempt by the balance check
+    // The IVA rates a posted sale being changed was posted with: its journal names them, not
+    // the rates of the day (the calculations still use those).
+    std::optional<std::array<double, 3>> postedRates;
 
     bool isNew() const { return lblOrdre.isEmpty(); }
 };
@@ -79,6 +82,10 @@ bool Existeix_Venda(const WorkingContext& ctx, std::int64_t number);
 // Splits a typed total by `rate` (percent) into base and quotas. Acts only on a new entry;
 // `clientRE` is Client_RE of the customer. The total itself is not changed.
 void Reparteix_Total(const WorkingContext& ctx, SaleEntry& entry, double rate, bool clientRE);
+
+// Activa_RE on the entry: the recargo fields are a customer with recargo's; for any other
+// they hold "0".
+void Activa_RE(SaleEntry& entry, bool clientRE);
 
 // Recomputes quotas, withholding and total from the bases, with the context's rates.
 void Recalcula_Apunt(const WorkingContext& ctx, SaleEntry& entry, bool clientRE);

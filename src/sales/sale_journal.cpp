@@ -33,10 +33,11 @@ std::vector<JournalRow> Diari_Apunt(const WorkingContext& ctx, const SaleEntry& 
         !e.rebut)
         rows.add(journal::Desc, e.entitat.isEmpty() ? Missatge(ctx, 6676)
                                                     : Missatge(ctx, 6677) + e.entitat);
+    const std::array<double, 3>& rates = e.postedRates ? *e.postedRates : ctx.TipusIVA;
     for (std::size_t i = 0; i < 3; ++i) {
         const Money base = amountOf(ctx, e.txtBase[i]);
         if (base == Money{}) continue;
-        rows.amount(QStringLiteral("BASE: ") + rateCaption(ctx.TipusIVA[i]) + QStringLiteral(" ") +
+        rows.amount(QStringLiteral("BASE: ") + rateCaption(rates[i]) + QStringLiteral(" ") +
                         Format_Import(ctx, base),
                     base);
         const Money iva = amountOf(ctx, e.txtIVA[i]);

@@ -54,9 +54,12 @@ std::int64_t nextOrdre(const WorkingContext& ctx, Database& db, const QString& f
     return ctx.Facturacio ? billingOrdre(ctx, db, fact) : highestOrdre(db) + 1;
 }
 
+// Every typed text passes the sanitiser before it is written: the description too, which
+// reaches FrasOut, the treasury movement and the receipt.
 void sanitise(SaleEntry& e) {
     Neteja_Text(e.txtClient);
     Neteja_Text(e.txtTipus);
+    Neteja_Text(e.txtdescripcio);
     for (QString& line : e.concepte) Neteja_Text(line);
 }
 

@@ -1,8 +1,8 @@
 // post-sale and change-sale of tallora5-cli on an opened exercise: the rows written column by
 // column, the journal printed, the program's refusals and questions, and the money rows of
 // a change.
-#include "cli_fixture.h"
 #include "../table_rows.h"
+#include "cli_fixture.h"
 #include "context/list_files.h"
 #include "shell/settings_files.h"
 #include "store/database.h"
@@ -577,6 +577,40 @@ TEST_F(cliSales, ANewCustomerRecomputesQuotasAndTotalFromTheBases) {
     EXPECT_TRUE(r.out.contains("\nColmado Ruiz\n")) << r;
     EXPECT_EQ(sales("Client, NomClient, Base1, Iva1, RE1, TOTAL"),
               QStringList{"2|Colmado Ruiz|1000000|210000|52000|1262000"});
+}
+
+TEST_F(cliSales, ACustomerWithoutRecargoTakesTheSalesRecargoAway) {
+    ASSERT_NO_FATAL_FAILURE(open(false));
+    ASSERT_EQ(sale({"--total", "126,20"}, "Colmado Ruiz").code, 0);
+    ASSERT_EQ(sales("RE1"), QStringList{"52000"});
+    const Result r = on("change-sale", {"1", "--customer", "ferreteria puig"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_FALSE(r.out.contains("R.E.")) << r;
+    EXPECT_EQ(sales("Client, Base1, Iva1, RE1, TOTAL"), QStringList{"1|1000000|210000|0|1210000"});
+}
+
+TEST_F(cliSales, TheJournalOfAChangedSaleNamesTheRatesItWasPostedWith) {
+    ASSERT_NO_FATAL_FAILURE(open(false));
+    ASSERT_EQ(sale({"--total", "121"}).code, 0);
+    // Posted at 21 %; the exercise's first rate has since become 23 %.
+    ASSERT_EQ(run({"--yes", "exercise-rates", K, Y, "--iva1", "23"}).code, 0);
+    const Result r = on("change-sale", {"1", "--description", "F-1"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_TRUE(r.out.contains("BASE: 21 % 100,00\n")) << r;
+}
+
+TEST_F(cliSales, TheDescriptionIsSanitisedWhereverItIsWritten) {
+    ASSERT_NO_FATAL_FAILURE(open(true));
+    const Result r = sale({"--total", "121", "--description", "O'Neil 50%+IVA",
+                           "--treasury-account", "Banco Sabadell"});
+    ASSERT_EQ(r.code, 0) << r;
+    const QString clean = QStringLiteral("O\u00B4Neil 50IVA");
+    EXPECT_EQ(sales("descripcio"), QStringList{clean});
+    EXPECT_EQ(rows(tesorer(), "select concepto from movimientos").value(0).contains(clean), true)
+        << rows(tesorer(), "select concepto from movimientos").join(u'\n').toStdString();
+    // And one waiting in the portfolio.
+    ASSERT_EQ(sale({"--total", "121", "--description", "D'Or+"}).code, 0);
+    EXPECT_EQ(rows(cartera(), "select Factura from cartera"), QStringList{"D\u00B4Or"});
 }
 
 TEST_F(cliSales, AChangedBaseKeepsItsQuotasUnlessTheyAreGiven) {

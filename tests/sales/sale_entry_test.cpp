@@ -245,5 +245,17 @@ TEST_F(SaleEntryTest, IrpfOfABaseAndAPercent) {
     EXPECT_EQ(sales::irpfOf(f.ctx, "", "15"), "");
 }
 
+TEST_F(SaleEntryTest, ActivaREClearsTheRecargoOfACustomerWithoutIt) {
+    SaleEntry e;
+    e.txtRE = {QStringLiteral("5,20"), QStringLiteral("1,40"), QStringLiteral("0,50")};
+    sales::Activa_RE(e, true);
+    EXPECT_TRUE(e.reEnabled);
+    EXPECT_EQ(e.txtRE[0], QStringLiteral("5,20"));
+    sales::Activa_RE(e, false);
+    EXPECT_FALSE(e.reEnabled);
+    for (const QString& re : e.txtRE) EXPECT_EQ(re, QStringLiteral("0"));
+}
+
 }  // namespace
 }  // namespace tallora::testing
+

@@ -21,6 +21,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 
 class QCheckBox;
 class QComboBox;
@@ -151,6 +152,7 @@ private:
     QList<QWidget*> order_;
 
     Money exempta_;
+    std::optional<std::array<double, 3>> postedRates_;  // of a posted sale being changed
     bool posting_ = false;
     bool aqui_ = false;       // the change was started from this screen's journal
     bool loading_ = false;    // a posted sale is being put on the screen

@@ -201,6 +201,13 @@ void FormVendes::accountTyped(const QString& text) {
 void FormVendes::takeCustomer() {
     if (!takeFromList(txtClient, ListClients)) return;
     Activa_RE();
+    // The recargo just cleared leaves the total: it is recomputed from the bases, as the
+    // companion's change of customer does.
+    if (!tickets()) {
+        sales::SaleEntry e = entry();
+        sales::Recalcula_Apunt(ctx_, e, clientRE());
+        display(e);
+    }
     focus(txtTipus);
 }
 
@@ -210,13 +217,15 @@ void FormVendes::takeAccount() {
 
 void FormVendes::Activa_RE() {
     const bool re = clientRE();
+    sales::SaleEntry e = entry();
+    sales::Activa_RE(e, re);
     lblREHeader_->setVisible(re);
     for (std::size_t i = 0; i < 3; ++i) {
         const bool used = ctx_.TipusIVA[i] != 0;
         lblRE[i]->setVisible(re && used);
         txtRE[i]->setVisible(re && used);
         txtRE[i]->setEnabled(re);
-        if (!re) txtRE[i]->setText(QStringLiteral("0"));
+        txtRE[i]->setText(e.txtRE[i]);
     }
 }
 

@@ -60,6 +60,7 @@ sales::SaleEntry FormVendes::entry() const {
     e.rebutNif = lbl_rebut_nif->text();
     for (std::size_t i = 0; i < 5; ++i) e.concepte[i] = txt_rebut_concepte[i]->text();
     e.Exempta = exempta_;
+    e.postedRates = postedRates_;
     return e;
 }
 
@@ -88,6 +89,7 @@ void FormVendes::display(const sales::SaleEntry& e) {
     lbl_rebut_nif->setText(e.rebutNif);
     for (std::size_t i = 0; i < 5; ++i) txt_rebut_concepte[i]->setText(e.concepte[i]);
     exempta_ = e.Exempta;
+    postedRates_ = e.postedRates;
     loading_ = wasLoading;
 }
 
@@ -107,6 +109,7 @@ void FormVendes::Neteja_Apunt() {
     cmbSerie->setCurrentIndex(0);
     CmbIva->setCurrentIndex(0);
     exempta_ = {};
+    postedRates_.reset();
     fillRateCaptions(ctx_.TipusIVA, ctx_.TipusRE);
     Activa_RE();
     ListEntitats->clear();
