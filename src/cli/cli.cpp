@@ -180,6 +180,12 @@ const std::vector<Command>& commands() {
                           << "kind",
          provisionsCommand},
         {"provision-remove", "NIF8 YYYY NUMBER", 3, 3, {}, provisionRemoveCommand},
+        {"sales", "NIF8 YYYY", 2, 2,
+         inquiryOptions() << "customer"
+                          << "account",
+         salesCommand},
+        {"sale-remove", "NIF8 YYYY NUMBER", 3, 3, {}, saleRemoveCommand},
+        {"sale-to-portfolio", "NIF8 YYYY NUMBER", 3, 3, {}, saleToPortfolioCommand},
         {"sample-exercise", "NIF8 YYYY", 2, 2, {"invoices", "seed"}, sampleExerciseCommand},
         {"book", "NAME NIF8 YYYY", 3, 3,
          QStringList{"from", "to", "series", "irpf", "date", "pdf", "text"}, bookCommand},

@@ -90,6 +90,11 @@ int changeProvisionCommand(Session& s, const CliOptions& o);
 int provisionsCommand(Session& s, const CliOptions& o);
 int provisionRemoveCommand(Session& s, const CliOptions& o);
 
+// sale_inquiry_commands.cpp
+int salesCommand(Session& s, const CliOptions& o);
+int saleRemoveCommand(Session& s, const CliOptions& o);
+int saleToPortfolioCommand(Session& s, const CliOptions& o);
+
 // sample_commands.cpp
 int sampleExerciseCommand(Session& s, const CliOptions& o);
 

@@ -178,6 +178,18 @@ documents with lines). Amounts as above; --day and --month are one or two digits
                       total from the bases, as the screen does. --pending leaves it to
                       collect again. A sale settled in a collection run keeps its
                       treasury rows and takes neither --treasury-account nor --pending.
+  sales NIF8 YYYY [--customer NAME] [--account NAME] [--from DD/MM/YYYY] [--to DD/MM/YYYY]
+                  [--operator =|<>|<=|>=] [--amount AMOUNT]
+                  [--order id|date|account|customer|amount]
+                      the sales inquiry: number, date, customer, account, invoice, total, one
+                      a line; then the total and the count. The amount's commas become
+                      points and nothing else changes.
+  sale-remove NIF8 YYYY NUMBER
+                      deletes a sale with its treasury movements and receipt (asks, needs
+                      --yes); neither a collection nor the month lock stops it
+  sale-to-portfolio NIF8 YYYY NUMBER
+                      (treasury control only) the sale's movements go and a receipt of its
+                      whole total waits in the portfolio again (asks, needs --yes)
 Purchases, as the purchases screen enters them. Amounts as above.
   post-purchase NIF8 YYYY --group GROUP --day D [--month M] --supplier NAME --account NAME
                   --total AMOUNT [--description TEXT] [--series /Abon|/Rect]

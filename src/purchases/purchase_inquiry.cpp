@@ -86,11 +86,6 @@ PurchaseSearch Buscar(const WorkingContext& ctx, const PurchaseFilter& filter) {
     return search;
 }
 
-QString deleteQuestion(const WorkingContext& ctx, std::int64_t ordre, const QString& descripcio) {
-    return Missatge(ctx, 815) + QStringLiteral("\n(") + QString::number(ordre) +
-           QStringLiteral(") ") + descripcio;
-}
-
 bool Esborra_Compra(const WorkingContext& ctx, std::int64_t ordre) {
     Database db = Database::open(ctx.exerciseFile(schema::db::FrasIn));
     if (ctx.Tesoreria) {

@@ -58,8 +58,7 @@ PurchaseSearch Buscar(const WorkingContext& ctx, const PurchaseFilter& filter);
 // movements and its receipt, in one transaction. No month lock nor payment run stops it.
 // False when no row had the number.
 bool Esborra_Compra(const WorkingContext& ctx, std::int64_t ordre);
-// Message 815, a line break, "(" + number + ") " and the description.
-QString deleteQuestion(const WorkingContext& ctx, std::int64_t ordre, const QString& descripcio);
+using schema::deleteQuestion;
 
 // Mes_FraIN: the detail frame of one entry.
 struct DetailLine {

@@ -1,5 +1,6 @@
 #include "inquiry_filter.h"
 
+#include "context/messages.h"
 #include "context/working_context.h"
 #include "store/database.h"
 #include "store/schema_objects.h"
@@ -46,6 +47,11 @@ void appendDateAmount(QStringList& conditions, const WorkingContext& ctx, const 
 QString whereClause(const QStringList& conditions) {
     if (conditions.isEmpty()) return {};
     return QStringLiteral(" where ") + conditions.join(QStringLiteral(" and "));
+}
+
+QString deleteQuestion(const WorkingContext& ctx, std::int64_t ordre, const QString& descripcio) {
+    return Missatge(ctx, 815) + QStringLiteral("\n(") + QString::number(ordre) +
+           QStringLiteral(") ") + descripcio;
 }
 
 void replaceSelFras(store::Database& db, const QString& selectSql) {

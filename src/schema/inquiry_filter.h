@@ -9,6 +9,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstdint>
+
 namespace tallora::schema {
 
 // The date and amount filters that every inquiry shares.
@@ -34,6 +36,10 @@ void appendDateAmount(QStringList& conditions, const WorkingContext& ctx,
 
 // " where a and b ...", or nothing for no condition.
 QString whereClause(const QStringList& conditions);
+
+// The question before an invoice or entry of an inquiry is deleted: message 815, a line
+// break, "(" + number + ") " and the description.
+QString deleteQuestion(const WorkingContext& ctx, std::int64_t ordre, const QString& descripcio);
 
 // The view SelFras of `db` made anew from `selectSql`. The old one is dropped first (under
 // the name "selfras") with errors ignored: it does not exist on first use.

@@ -613,6 +613,72 @@ TEST_F(cliSales, TheDescriptionIsSanitisedWhereverItIsWritten) {
     EXPECT_EQ(rows(cartera(), "select Factura from cartera"), QStringList{"D\u00B4Or"});
 }
 
+// ---- the sales inquiry ------------------------------------------------------------------
+
+TEST_F(cliSales, TheInquiryFiltersOrdersAndTotals) {
+    ASSERT_NO_FATAL_FAILURE(open(false));
+    ASSERT_EQ(sale({"--total", "121", "--description", "F-1"}).code, 0);
+    ASSERT_EQ(sale({"--total", "1500,00", "--description", "F-2"}, "Colmado Ruiz").code, 0);
+    ASSERT_EQ(on("post-sale", {"--day", "2", "--month", "4", "--customer", "Ferreteria Puig",
+                               "--account", Ventas, "--total", "50", "--description", "F-3"})
+                  .code,
+              0);
+    Result r = on("sales");
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_EQ(r.out, "1\t15/03/2025\tFerreteria Puig\t" + Ventas + "\tF-1\t121,00\n" +
+                         "2\t15/03/2025\tColmado Ruiz\t" + Ventas + "\tF-2\t1.500,00\n" +
+                         "3\t02/04/2025\tFerreteria Puig\t" + Ventas + "\tF-3\t50,00\n" +
+                         "TOTAL\t1.671,00\n" + msg(807) + "\t3\n")
+        << r;
+    r = on("sales", {"--customer", "Ferreteria Puig", "--order", "amount"});
+    EXPECT_TRUE(r.out.startsWith("3\t")) << r;
+    EXPECT_TRUE(r.out.endsWith("TOTAL\t171,00\n" + msg(807) + "\t2\n")) << r;
+    // The grouping dot must not be typed: "1500,00" is 1500.00.
+    r = on("sales", {"--operator", ">=", "--amount", "1500,00"});
+    EXPECT_TRUE(r.out.endsWith(msg(807) + "\t1\n")) << r;
+    r = on("sales", {"--to", "31/03/2025"});
+    EXPECT_TRUE(r.out.endsWith(msg(807) + "\t2\n")) << r;
+}
+
+TEST_F(cliSales, ADeletedSaleTakesItsCollectionWithIt) {
+    ASSERT_NO_FATAL_FAILURE(open(true));
+    ASSERT_EQ(sale({"--total", "121", "--treasury-account", "Banco Sabadell"}).code, 0);
+    ASSERT_EQ(sale({"--total", "50"}).code, 0);
+    Result r = on("sale-remove", {"1"});
+    EXPECT_EQ(r.code, 1) << "the question needs --yes";
+    EXPECT_TRUE(r.err.contains(msg(815))) << r;
+    r = run({"--yes", "sale-remove", K, Y, "1"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_EQ(sales("Ordre"), QStringList{"2"});
+    EXPECT_TRUE(movements().isEmpty());
+    EXPECT_EQ(receipts().size(), 1);
+    EXPECT_EQ(run({"--yes", "sale-remove", K, Y, "9"}).code, 1);
+}
+
+TEST_F(cliSales, ACollectedSaleGoesBackToThePortfolioKeepingCobrada) {
+    ASSERT_NO_FATAL_FAILURE(open(true));
+    ASSERT_EQ(sale({"--total", "121", "--treasury-account", "Banco Sabadell"}).code, 0);
+    ASSERT_EQ(sales("Cobrada"), QStringList{"-1"});
+    Result r = on("sale-to-portfolio", {"1"});
+    EXPECT_EQ(r.code, 1) << "the question needs --yes";
+    EXPECT_EQ(movements().size(), 1);
+    r = run({"--yes", "sale-to-portfolio", K, Y, "1"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_TRUE(r.out.contains(msg(6870))) << r;
+    EXPECT_TRUE(movements().isEmpty());
+    EXPECT_EQ(receipts(), QStringList{"2025-03-15|1|Out|2025|1|1210000|0|1|<null>"});
+    EXPECT_EQ(sales("Cobrada"), QStringList{"-1"});
+    // Twice leaves one receipt.
+    ASSERT_EQ(run({"--yes", "sale-to-portfolio", K, Y, "1"}).code, 0);
+    EXPECT_EQ(receipts().size(), 1);
+}
+
+TEST_F(cliSales, APortfolioNeedsTreasuryControl) {
+    ASSERT_NO_FATAL_FAILURE(open(false));
+    ASSERT_EQ(sale({"--total", "121"}).code, 0);
+    EXPECT_EQ(run({"--yes", "sale-to-portfolio", K, Y, "1"}).code, 1);
+}
+
 TEST_F(cliSales, AChangedBaseKeepsItsQuotasUnlessTheyAreGiven) {
     ASSERT_NO_FATAL_FAILURE(open(false));
     ASSERT_EQ(sale({"--total", "121"}).code, 0);
