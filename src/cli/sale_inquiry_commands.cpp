@@ -11,6 +11,7 @@
 #include "master_common.h"
 #include "sales/sale_change.h"
 #include "sales/sale_inquiry.h"
+#include "treasury/add_cartera.h"
 
 namespace tallora::cli {
 namespace {
@@ -70,10 +71,7 @@ int saleToPortfolioCommand(Session& s, const CliOptions& o) {
     if (isTickets(s.ctx))
         return s.refuse(QStringLiteral("an exercise of kind TICKETS has no receipts to collect"));
     if (!saleDescription(s, number)) return kRefused;
-    if (s.dialogs.yesNo(Missatge(s.ctx, 6869)) != Dialogs::Answer::Yes) return kRefused;
-    const bool added = sales::Readd_Cartera(s.ctx, number.toLongLong());
-    if (added) s.dialogs.information(Missatge(s.ctx, 6870));
-    return s.finish(added);
+    return s.finish(treasury::AddCartera_Venda(s.ctx, s.dialogs, number));
 }
 
 }  // namespace tallora::cli

@@ -41,8 +41,8 @@ QStringList firstColumn(const QString& path, const QString& sql) {
     return values;
 }
 
-// The connection the deletion and the portfolio work on: the sales with, under the treasury
-// option, the movements and the portfolio attached, as the postings have them.
+// The connection the deletion works on: the sales with, under the treasury option, the
+// movements and the portfolio attached, as the postings have them.
 Database openSales(const WorkingContext& ctx) {
     Database db = Database::open(ctx.exerciseFile(schema::db::FrasOut));
     if (ctx.Tesoreria) {
@@ -108,28 +108,6 @@ bool Esborra_Venda(const WorkingContext& ctx, std::int64_t ordre) {
     }
     tx.commit();
     return deleted > 0;
-}
-
-bool Readd_Cartera(const WorkingContext& ctx, std::int64_t ordre) {
-    if (ordre == 0 || !ctx.Tesoreria) return false;
-    Database db = openSales(ctx);
-    store::Transaction tx(db, store::Transaction::Kind::Immediate);
-    auto sale = db.prepare(
-        QStringLiteral("select data, client, descripcio, TOTAL from FrasOut where Ordre = ?"));
-    sale.bind(1, ordre);
-    if (!sale.next()) return false;
-    schema::MoneyRow row;
-    row.data = sale.isNull(0) ? QDate() : sale.date(0);
-    row.party = sale.isNull(1) ? 0 : sale.int64(1);
-    row.factura = sale.isNull(2) ? QString() : sale.text(2);
-    row.total = sale.isNull(3) ? Money{} : sale.money(3);
-    // No due date: the receipt waits until the user gives it one.
-    schema::deleteMovements(db, schema::kSaleSide, ordre);
-    schema::deleteReceipts(db, ctx, schema::kSaleSide, ordre);
-    schema::insertReceipt(db, ctx, schema::kSaleSide, row, ordre);
-    const bool inserted = db.changes() == 1;
-    tx.commit();
-    return inserted;
 }
 
 std::optional<SaleDetail> Mes_FraOut(const WorkingContext& ctx, std::int64_t ordre) {

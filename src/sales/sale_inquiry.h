@@ -1,7 +1,8 @@
 #pragma once
 // FormConsOUT's logic: the search over the exercise's sales (kept as the view SelFras of
-// FrasOUT.mdb, which the lists print from), the deletion of a sale with its treasury rows,
-// a sale put back in the portfolio (Readd_Cartera) and the detail of one sale (Mes_FraOut).
+// FrasOUT.mdb, which the lists print from), the deletion of a sale with its treasury rows and
+// the detail of one sale (Mes_FraOut). A sale goes back to the portfolio through
+// treasury::AddCartera_Venda, which the statement shares.
 #include "context/fwd.h"
 #include "context/money.h"
 #include "schema/inquiry_filter.h"
@@ -52,11 +53,6 @@ SaleSearch Busca_Vendes(const WorkingContext& ctx, const SaleFilter& filter);
 // treasury, its movements and its receipt, in one transaction. Neither a collection nor the
 // month lock stops it. False when no row had the number.
 bool Esborra_Venda(const WorkingContext& ctx, std::int64_t ordre);
-
-// Readd_Cartera after question 6869: the sale's movements go and a receipt of its whole total
-// waits in the portfolio again, due on no date; Cobrada stays as it was. False for number 0,
-// or when the sale is not there.
-bool Readd_Cartera(const WorkingContext& ctx, std::int64_t ordre);
 
 // Mes_FraOut: the detail frame of one sale.
 struct DetailLine {
