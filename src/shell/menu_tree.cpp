@@ -63,7 +63,7 @@ const std::vector<MenuEntry>& menuTree() {
         item("Mnu3", "mnu_movimientos", 6650, true),
 
         menu("Mnu4", 216),
-        item("Mnu4", "consing", 217),
+        item("Mnu4", "consing", 217, true),
         item("Mnu4", "consdes", 218, true),
         separator("Mnu4", "mnusepref"),
         item("Mnu4", "mnuconsSupl", 6505, true),

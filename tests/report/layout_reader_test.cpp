@@ -145,7 +145,7 @@ TEST(LayoutReader, TheInstalledListingsRead) {
          {"cli_dom.rpt", "cli_con.rpt", "pro_dom.rpt", "pro_con.rpt", "teso_cli_2.rpt",
           "teso_cli_3.rpt", "teso_pro_2.rpt", "teso_pro_3.rpt", "llibrei1.rpt", "llibrei2.rpt",
           "llibrer1.rpt", "llibred1.rpt", "llibred3.rpt", "llibrem2.rpt", "llibrer2.rpt",
-          "llibre_s.rpt", "500000.rpt"}) {
+          "llibre_s.rpt", "500000.rpt", "llisvend.rpt", "llisven2.rpt"}) {
         const Layout l =
             readLayout(sourcePath(QStringLiteral("resources/reports/")) + QLatin1String(name));
         ASSERT_TRUE(l.data.has_value()) << name;

@@ -20,6 +20,7 @@
 #include "purchases/ui/form_suplidos.h"
 #include "report/report_job.h"
 #include "report/ui/qt_report_output.h"
+#include "sales/ui/form_cons_out.h"
 #include "sales/ui/form_vendes.h"
 #include "schema/maintenance.h"
 #include "shell/menu_tree.h"
@@ -208,6 +209,8 @@ void FormMDI::runEntry(const QString& name) {
         openPurchases();
     } else if (name == QStringLiteral("MnuSuplidos")) {
         openProvisions();
+    } else if (name == QStringLiteral("consing")) {
+        openSalesInquiry();
     } else if (name == QStringLiteral("consdes")) {
         openPurchaseInquiry();
     } else if (name == QStringLiteral("mnuconsSupl")) {
@@ -396,6 +399,20 @@ FormSuplidos* FormMDI::openProvisions() {
 
 // An inquiry's Modificar opens the entry on its posting screen, in front; a saved change
 // makes the inquiry search again.
+void FormMDI::openSalesInquiry() {
+    openScreen<FormConsOUT>([this] {
+        auto* inquiry = new FormConsOUT(ctx_, dialogs_, &reportJob(), reportOutput());
+        connect(inquiry, &FormConsOUT::modifyRequested, this, [this, inquiry](qint64 ordre) {
+            FormVendes* screen = openSales();
+            if (!screen) return;
+            connect(screen, &FormVendes::saleChanged, inquiry, &FormConsOUT::Buscar,
+                    Qt::UniqueConnection);
+            screen->Modifica_Venda(QString::number(ordre));
+        });
+        return inquiry;
+    });
+}
+
 void FormMDI::openPurchaseInquiry() {
     openScreen<FormConsIN>([this] {
         auto* inquiry = new FormConsIN(ctx_, dialogs_, &reportJob(), reportOutput());

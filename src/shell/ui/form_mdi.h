@@ -109,6 +109,7 @@ private:
     // A screen of class Screen made by `make`, or the open one brought to the front.
     template <class Screen, class Make>
     Screen* openScreen(Make make);
+    void openSalesInquiry();
     void openPurchaseInquiry();
     void openProvisionInquiry();
     void openOtherMovementsInquiry();

@@ -1,0 +1,67 @@
+#pragma once
+// FormConsOUT: the inquiry over the exercise's sales. Filters by customer, sales account,
+// dates and amount, five orders, the total and count of the selection; Modificar (Enter, a
+// double click) hands the sale to FormVendes through the shell, Esborrar deletes it with its
+// treasury rows, AddCartera (menu "Gestión" or F11; treasury control, not in a shop's
+// exercise) sends it back to the portfolio, Imprimir prints the list, and "masinfo" shows the
+// detail frame MesFrame (Mes_FraOut) of the selected row.
+#include "sales/sale_inquiry.h"
+#include "widgets/inquiry_screen.h"
+
+class QAction;
+class QFrame;
+class QLabel;
+class QRadioButton;
+class QTableWidget;
+
+namespace tallora {
+
+namespace report {
+struct ReportJob;
+class ReportOutput;
+}  // namespace report
+
+class FormConsOUT : public ui::InquiryScreen {
+    Q_OBJECT
+public:
+    // `job` and `output` print the list; without a job nothing is printed.
+    FormConsOUT(WorkingContext& ctx, Dialogs& dialogs, report::ReportJob* job = nullptr,
+                report::ReportOutput* output = nullptr, QWidget* parent = nullptr);
+
+    void OMPLE_LLISTA_Clients();
+    void OMPLE_LLISTA_Comptes();
+    // Fills MesFrame with sale `ordre`.
+    void Mes_FraOut(std::int64_t ordre);
+    // The selected sale back into the portfolio.
+    void AddCartera();
+    // The detail frame shown or hidden.
+    void showDetail(bool on);
+    sales::SaleFilter filter() const;
+
+signals:
+    // Modificar: the shell opens FormVendes on sale `ordre`.
+    void modifyRequested(qint64 ordre);
+
+protected:
+    Result search() override;
+    QString deleteQuestion(const Row& row) const override;
+    bool remove(std::int64_t ordre) override;
+    void print() override;
+    void open(std::int64_t ordre) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QFrame* buildDetail();
+
+    report::ReportJob* job_;
+    report::ReportOutput* output_;
+    QComboBox *CmbClients, *CmbTipus;
+    QRadioButton *OpId, *Opdata, *OpNatur, *OpClients, *OpImport;
+    QAction* masinfo;
+    QFrame* MesFrame;
+    QTableWidget *MesGrid, *MesGridIRPF;
+    QLabel *lblMesID, *lblMesClient, *lblMesNIF, *lblMesGrup, *lblMesCompte, *lblMesDescripcio,
+        *lblMesTotal, *lblMesPagada;
+};
+
+}  // namespace tallora
