@@ -1,16 +1,18 @@
 #include "sales_gallery.h"
 
 #include "context/working_context.h"
-#include "sales/sale_entry.h"
-#include "sales/ui/form_vendes.h"
-#include "treasury/ui/form_cartera_recibos.h"
 #include "report/report_job.h"
+#include "sales/sale_entry.h"
+#include "sales/ui/form_cons_out.h"
+#include "sales/ui/form_vendes.h"
 #include "schema/creation.h"
 #include "store/database.h"
+#include "treasury/ui/form_cartera_recibos.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QTableWidget>
 
 namespace tallora {
 namespace {
@@ -89,14 +91,25 @@ void addSalesScreens(std::vector<GalleryScreen>& screens,
     screens.push_back(
         salesScreen(QStringLiteral("FormVendes_journal"), Stage::Journal, openExercise, dialogs));
     // After the postings above, the sales left pending wait in the portfolio.
-    screens.push_back({QStringLiteral("FormCarteraRecibos"), [openExercise, &dialogs](WorkingContext& ctx) {
-                           openExercise(ctx);
-                           ctx.Tesoreria = true;
-                           static report::ReportJob job;
-                           auto screen = std::make_unique<FormCarteraRecibos>(ctx, dialogs, job, nullptr);
-                           screen->resize(1024, 620);
-                           return std::unique_ptr<QWidget>(std::move(screen));
-                       }});
+    screens.push_back(
+        {QStringLiteral("FormCarteraRecibos"), [openExercise, &dialogs](WorkingContext& ctx) {
+             openExercise(ctx);
+             ctx.Tesoreria = true;
+             static report::ReportJob job;
+             auto screen = std::make_unique<FormCarteraRecibos>(ctx, dialogs, job, nullptr);
+             screen->resize(1024, 620);
+             return std::unique_ptr<QWidget>(std::move(screen));
+         }});  // The sales inquiry on the sales above, the detail of the second open.
+    screens.push_back(
+        {QStringLiteral("FormConsOUT"), [openExercise, &dialogs](WorkingContext& ctx) {
+             openExercise(ctx);
+             ctx.Tesoreria = true;
+             auto screen = std::make_unique<FormConsOUT>(ctx, dialogs);
+             screen->resize(1200, 640);
+             screen->grid()->selectRow(std::min(1, screen->grid()->rowCount() - 1));
+             screen->showDetail(true);
+             return std::unique_ptr<QWidget>(std::move(screen));
+         }});
 }
 
 }  // namespace tallora
