@@ -6,13 +6,9 @@
 // Imprimir prints the list, and "masinfo" shows the detail frame MesFrame (Mes_FraIN) of the
 // selected row.
 #include "purchases/purchase_inquiry.h"
-#include "widgets/inquiry_screen.h"
+#include "widgets/invoice_inquiry_screen.h"
 
-class QAction;
-class QFrame;
-class QLabel;
 class QRadioButton;
-class QTableWidget;
 
 namespace tallora {
 
@@ -21,7 +17,7 @@ struct ReportJob;
 class ReportOutput;
 }  // namespace report
 
-class FormConsIN : public ui::InquiryScreen {
+class FormConsIN : public ui::InvoiceInquiryScreen {
     Q_OBJECT
 public:
     // `job` and `output` print the list; without a job nothing is printed.
@@ -30,12 +26,7 @@ public:
 
     void OMPLE_LLISTA_Proveidors();
     void OMPLE_LLISTA_Comptes();
-    // Fills MesFrame with entry `ordre`.
-    void Mes_FraIN(std::int64_t ordre);
-    // The selected entry back into the portfolio.
-    void AddCartera();
-    // The detail frame shown or hidden.
-    void showDetail(bool on);
+    void AddCartera() override;
     purchases::PurchaseFilter filter() const;
 
 signals:
@@ -48,20 +39,13 @@ protected:
     bool remove(std::int64_t ordre) override;
     void print() override;
     void open(std::int64_t ordre) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    std::optional<Detail> detailOf(std::int64_t ordre) override;
 
 private:
-    QFrame* buildDetail();
-
     report::ReportJob* job_;
     report::ReportOutput* output_;
     QComboBox *CmbProveidors, *CmbNaturalesa;
     QRadioButton *OpId, *Opdata, *OpNatur, *OpProv, *OpImport;
-    QAction* masinfo;
-    QFrame* MesFrame;
-    QTableWidget *MesGrid, *MesGridIRPF;
-    QLabel *lblMesID, *lblMesClient, *lblMesNIF, *lblMesGrup, *lblMesCompte, *lblMesDescripcio,
-        *lblMesTotal, *lblMesPagada;
 };
 
 }  // namespace tallora

@@ -4,15 +4,12 @@
 // double click) hands the sale to FormVendes through the shell, Esborrar deletes it with its
 // treasury rows, AddCartera (menu "Gestión" or F11; treasury control, not in a shop's
 // exercise) sends it back to the portfolio, Imprimir prints the list, and "masinfo" shows the
-// detail frame MesFrame (Mes_FraOut) of the selected row.
+// detail frame MesFrame (Mes_FraOut) of the selected row. "Gestión" shows with the billing
+// module, with the duplicate: the sale opened to be saved and printed again.
 #include "sales/sale_inquiry.h"
-#include "widgets/inquiry_screen.h"
+#include "widgets/invoice_inquiry_screen.h"
 
-class QAction;
-class QFrame;
-class QLabel;
 class QRadioButton;
-class QTableWidget;
 
 namespace tallora {
 
@@ -21,7 +18,7 @@ struct ReportJob;
 class ReportOutput;
 }  // namespace report
 
-class FormConsOUT : public ui::InquiryScreen {
+class FormConsOUT : public ui::InvoiceInquiryScreen {
     Q_OBJECT
 public:
     // `job` and `output` print the list; without a job nothing is printed.
@@ -30,16 +27,11 @@ public:
 
     void OMPLE_LLISTA_Clients();
     void OMPLE_LLISTA_Comptes();
-    // Fills MesFrame with sale `ordre`.
-    void Mes_FraOut(std::int64_t ordre);
-    // The selected sale back into the portfolio.
-    void AddCartera();
-    // The detail frame shown or hidden.
-    void showDetail(bool on);
+    void AddCartera() override;
     sales::SaleFilter filter() const;
 
 signals:
-    // Modificar: the shell opens FormVendes on sale `ordre`.
+    // Modificar and the duplicate: the shell opens FormVendes on sale `ordre`.
     void modifyRequested(qint64 ordre);
 
 protected:
@@ -48,20 +40,13 @@ protected:
     bool remove(std::int64_t ordre) override;
     void print() override;
     void open(std::int64_t ordre) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    std::optional<Detail> detailOf(std::int64_t ordre) override;
 
 private:
-    QFrame* buildDetail();
-
     report::ReportJob* job_;
     report::ReportOutput* output_;
     QComboBox *CmbClients, *CmbTipus;
     QRadioButton *OpId, *Opdata, *OpNatur, *OpClients, *OpImport;
-    QAction* masinfo;
-    QFrame* MesFrame;
-    QTableWidget *MesGrid, *MesGridIRPF;
-    QLabel *lblMesID, *lblMesClient, *lblMesNIF, *lblMesGrup, *lblMesCompte, *lblMesDescripcio,
-        *lblMesTotal, *lblMesPagada;
 };
 
 }  // namespace tallora
