@@ -169,7 +169,8 @@ private slots:
         QVERIFY(QFileInfo::exists(ctx_.Directori + QStringLiteral("Supl.mdb")));
         QVERIFY(!shell->menuAction(QStringLiteral("mnu_Tesoreria"))->isVisible());
         QVERIFY(shell->menuAction(QStringLiteral("frasreb"))->isEnabled());
-        QVERIFY(!shell->menuAction(QStringLiteral("consing"))->isEnabled());
+        QVERIFY(shell->menuAction(QStringLiteral("consing"))->isEnabled());
+        QVERIFY(!shell->menuAction(QStringLiteral("mnuconsPre"))->isEnabled());
         QVERIFY(shell->menuAction(QStringLiteral("mnubloc"))->isEnabled());
 
         // Closing the window asks; No stays.
