@@ -51,6 +51,11 @@ QStringList saleOptions() {
         .split(u' ');
 }
 
+// The billing tab: the lines and the commercial fields of the document.
+QStringList documentOptions() {
+    return {"line", "payment", "bank-name", "ccc"};
+}
+
 // The fields of the purchases screen; a change takes them all but the rate of the split.
 QStringList purchaseOptions() {
     return QStringLiteral(
@@ -156,7 +161,15 @@ const std::vector<Command>& commands() {
          2,
          {"from", "to", "operator", "amount", "account"},
          otherMovementsCommand},
-        {"post-sale", "NIF8 YYYY", 2, 2, saleOptions() << "rate", postSaleCommand},
+        {"post-sale", "NIF8 YYYY", 2, 2, saleOptions() << "rate" << documentOptions(),
+         postSaleCommand},
+        {"post-document", "NIF8 YYYY TYPE", 3, 3, saleOptions() << "rate" << documentOptions(),
+         postDocumentCommand},
+        {"convert-document", "NIF8 YYYY TYPE NUMBER TO-TYPE", 5, 5,
+         saleOptions() << documentOptions(), convertDocumentCommand},
+        {"documents", "NIF8 YYYY TYPE", 3, 3, {"customer", "from", "to"}, documentsCommand},
+        {"document-remove", "NIF8 YYYY TYPE NUMBER", 4, 4, {}, documentRemoveCommand},
+        {"print-document", "NIF8 YYYY TYPE NUMBER", 4, 4, {"pdf"}, printDocumentCommand},
         {"change-sale", "NIF8 YYYY NUMBER", 3, 3, saleOptions() << "pending", changeSaleCommand},
         {"post-purchase", "NIF8 YYYY", 2, 2, purchaseOptions() << "rate", postPurchaseCommand},
         {"change-purchase", "NIF8 YYYY NUMBER", 3, 3, purchaseOptions() << "pending",
@@ -224,7 +237,9 @@ int usageError(QTextStream& err, const QString& reason) {
 bool printsReport(const QStringList& args) {
     try {
         const CliOptions o = parseCommandLine(args);
-        return o.command == QStringLiteral("book") && o.given(QStringLiteral("pdf"));
+        return (o.command == QStringLiteral("book") ||
+                o.command == QStringLiteral("print-document")) &&
+               o.given(QStringLiteral("pdf"));
     } catch (const UsageError&) {
         return false;
     }

@@ -46,9 +46,16 @@ const std::map<QString, bool>& knownOptions() {
         o.insert({{"series", true}, {"irpf", false}, {"pdf", true}, {"text", false}});
         // The sample exercise.
         o.insert({{"invoices", true}, {"seed", true}});
+        // Billing documents: their lines and their commercial fields.
+        o.insert({{"line", true}, {"bank-name", true}});
         return o;
     }();
     return options;
+}
+
+// Options that may be given more than once: each gives one more value.
+bool repeatable(const QString& name) {
+    return name == u"line";
 }
 
 void take(CliOptions& options, const QString& word) {
@@ -63,6 +70,11 @@ void take(CliOptions& options, const QString& word) {
 QString CliOptions::value(const QString& name, const QString& fallback) const {
     const auto it = values.find(name);
     return it == values.end() ? fallback : it->second;
+}
+
+QStringList CliOptions::all(const QString& name) const {
+    const auto it = repeated.find(name);
+    return it == repeated.end() ? QStringList{} : it->second;
 }
 
 QStringList CliOptions::names() const {
@@ -100,19 +112,19 @@ CliOptions parseCommandLine(const QStringList& args) {
         const auto known = knownOptions().find(name);
         if (known == knownOptions().end())
             throw UsageError{QStringLiteral("unknown option --%1").arg(name)};
-        if (options.given(name))
+        if (options.given(name) && !repeatable(name))
             throw UsageError{QStringLiteral("option --%1 given twice").arg(name)};
         const bool inlineValue = m.hasCaptured(2);
         if (!known->second) {
             if (inlineValue)
                 throw UsageError{QStringLiteral("option --%1 takes no value").arg(name)};
             options.flags.insert(name);
-        } else if (inlineValue) {
-            options.values[name] = m.captured(3);
         } else {
-            if (i + 1 >= args.size())
+            if (!inlineValue && i + 1 >= args.size())
                 throw UsageError{QStringLiteral("option --%1 needs a value").arg(name)};
-            options.values[name] = args[++i];
+            const QString value = inlineValue ? m.captured(3) : args[++i];
+            options.values[name] = value;
+            if (repeatable(name)) options.repeated[name] << value;
         }
     }
     return options;

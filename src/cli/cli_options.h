@@ -20,9 +20,13 @@ struct CliOptions {
     QStringList arguments;              // the words after the command, in order
     std::map<QString, QString> values;  // options that take a value, by name without "--"
     QSet<QString> flags;                // options without a value that were given
+    // Every value of an option that may be repeated (--line), in the order given; its last
+    // value is also in `values`.
+    std::map<QString, QStringList> repeated;
 
     bool given(const QString& name) const { return values.count(name) || flags.contains(name); }
     QString value(const QString& name, const QString& fallback = {}) const;
+    QStringList all(const QString& name) const;
     // Every option given, by name, for the check against what a command accepts.
     QStringList names() const;
 };

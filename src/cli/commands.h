@@ -75,6 +75,8 @@ int otherMovementsCommand(Session& s, const CliOptions& o);
 
 // sale_commands.cpp
 int postSaleCommand(Session& s, const CliOptions& o);
+int postDocumentCommand(Session& s, const CliOptions& o);
+int convertDocumentCommand(Session& s, const CliOptions& o);
 int changeSaleCommand(Session& s, const CliOptions& o);
 
 // purchase_commands.cpp
@@ -94,6 +96,10 @@ int provisionRemoveCommand(Session& s, const CliOptions& o);
 int salesCommand(Session& s, const CliOptions& o);
 int saleRemoveCommand(Session& s, const CliOptions& o);
 int saleToPortfolioCommand(Session& s, const CliOptions& o);
+// document_commands.cpp
+int documentsCommand(Session& s, const CliOptions& o);
+int documentRemoveCommand(Session& s, const CliOptions& o);
+int printDocumentCommand(Session& s, const CliOptions& o);
 
 // sample_commands.cpp
 int sampleExerciseCommand(Session& s, const CliOptions& o);

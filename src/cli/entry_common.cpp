@@ -22,7 +22,7 @@ QString optionName(const char* prefix, std::size_t i) {
 
 void checkDayMonth(const CliOptions& o) {
     static const QRegularExpression digits(QStringLiteral("^[0-9]{0,2}$"));
-    for (const QString option : {QStringLiteral("day"), QStringLiteral("month")})
+    for (const QString& option : {QStringLiteral("day"), QStringLiteral("month")})
         if (o.given(option) && !digits.match(o.value(option)).hasMatch())
             throw UsageError{QStringLiteral("--%1: \"%2\" is not one or two digits")
                                  .arg(option, o.value(option))};

@@ -1,12 +1,15 @@
 // post-sale and change-sale: the sales screen's fields given as options, typed into the
 // entry in the screen's order, then verified, written and journalled by the screen's logic.
 #include "commands.h"
+#include "context/list_files.h"
 #include "context/messages.h"
 #include "context/working_context.h"
 #include "entry_common.h"
 #include "master/accounts.h"
 #include "master/customers.h"
 #include "master_common.h"
+#include "sales/billing_document.h"
+#include "sales/billing_lines.h"
 #include "sales/sale_change.h"
 #include "sales/sale_entry.h"
 #include "sales/sale_journal.h"
@@ -31,13 +34,14 @@ void checkWords(const CliOptions& o) {
 // What an exercise, a company or the billing module leave out of the screen.
 bool fieldsExist(Session& s, const CliOptions& o) {
     const WorkingContext& ctx = s.ctx;
-    // With the billing module a sale is a document with its lines, which are not typed here.
-    if (ctx.Facturacio) {
-        s.refuse(QStringLiteral("%1: with the billing module the sales are billing documents "
-                                "with their lines, which the companion does not enter")
-                     .arg(o.command));
-        return false;
-    }
+    // The lines and the commercial fields live on the billing tab.
+    if (!ctx.Facturacio)
+        for (const char* option : {"line", "payment", "bank-name", "ccc"})
+            if (o.given(QString::fromLatin1(option))) {
+                s.refuse(QStringLiteral("--%1: the company works without the billing module")
+                             .arg(QString::fromLatin1(option)));
+                return false;
+            }
     // A shop's takings have no customer, no split, no amounts panel and no withholding.
     QStringList hidden{"customer", "rate", "irpf-base", "irpf-percent", "irpf-amount"};
     for (std::size_t i = 0; i < 3; ++i)
@@ -66,6 +70,69 @@ void takeAccount(const WorkingContext& ctx, const QString& typed, SaleEntry& e) 
             e.txtTipus = e.listVendesText = item.nomCompte;
             return;
         }
+}
+
+// A number typed in a field of the lines: either decimal mark becomes the program's.
+QString typedNumber(const WorkingContext& ctx, const QString& typed) {
+    QString text = typed.trimmed();
+    return text.replace(u',', ctx.decimalMark()).replace(u'.', ctx.decimalMark());
+}
+
+// --line "QTY|CONCEPT|PRICE|DTO|RATE", each added as btnFacturacionAlta adds it, in order.
+bool takeLines(Session& s, const CliOptions& o, SaleEntry& e) {
+    const WorkingContext& ctx = s.ctx;
+    QStringList rates{QStringLiteral("0")};
+    for (double rate : ctx.TipusIVA) rates << QString::number(rate);
+    for (const QString& text : o.all(QStringLiteral("line"))) {
+        const QStringList parts = text.split(u'|');
+        if (parts.size() < 3 || parts.size() > 5)
+            throw UsageError{QStringLiteral("--line \"%1\": QTY|CONCEPT|PRICE|DTO|RATE").arg(text)};
+        sales::LineFields line;
+        line.cantidad = typedNumber(ctx, parts[0]);
+        line.concepto = parts[1];
+        line.precio = fieldAmount(ctx, parts[2].trimmed());
+        line.dto = parts.size() > 3 ? typedNumber(ctx, parts[3]) : QString();
+        line.iva = parts.size() > 4 ? parts[4].trimmed() : QString();
+        if (!line.iva.isEmpty()) {
+            const auto rate = rateValue(line.iva);
+            if (!rate || !rates.contains(QString::number(*rate))) {
+                s.refuse(QStringLiteral("--line \"%1\": the rate is none of %2")
+                             .arg(text, rates.join(QStringLiteral(", "))));
+                return false;
+            }
+            line.iva = QString::number(*rate);
+        }
+        static const int messages[] = {0, 638, 6793, 6794};
+        if (const auto refusal = sales::checkLine(e, line); refusal != sales::LineRefusal::None) {
+            s.dialogs.stop(Missatge(ctx, messages[static_cast<int>(refusal)]));
+            return false;
+        }
+        sales::saveLine(ctx, e, line);
+    }
+    return true;
+}
+
+// The billing tab: the commercial fields of the customer (Carrega_Comercial) unless given,
+// the lines, and the amounts that follow from them.
+bool takeBilling(Session& s, const CliOptions& o, SaleEntry& e, bool customerTaken) {
+    const WorkingContext& ctx = s.ctx;
+    if (customerTaken) {
+        const sales::Commercial c = sales::Carrega_Comercial(ctx, e.clientNumber);
+        e.billing.formaPago = c.formaPago;
+        e.billing.entidad = c.entidad;
+        e.billing.ccc = c.ccc;
+    }
+    takeText(o, "payment", e.billing.formaPago);
+    takeText(o, "bank-name", e.billing.entidad);
+    takeText(o, "ccc", e.billing.ccc);
+    if (!takeLines(s, o, e)) return false;
+    if (!o.given(QStringLiteral("line"))) return true;
+    if (o.given(QStringLiteral("irpf-base")))
+        e.txtBaseIRPF = fieldAmount(ctx, o.value(QStringLiteral("irpf-base")));
+    if (o.given(QStringLiteral("irpf-percent")))
+        e.Text1 = percentField(ctx, o.value(QStringLiteral("irpf-percent")));
+    sales::sumLines(ctx, e, e.reEnabled);
+    return true;
 }
 
 // IRPF and the amounts panel. A new entry is split by the rate first (leaving CmbIva); a base
@@ -127,11 +194,13 @@ void takeTexts(const Session& s, const CliOptions& o, SaleEntry& e) {
         if (o.given(optionName("concept", i))) e.concepte[i] = o.value(optionName("concept", i));
 }
 
-void printSaleJournal(Session& s, const SaleEntry& e, const sales::PostingResult& result) {
+void printSaleJournal(Session& s, const SaleEntry& e, const sales::PostingResult& result,
+                      bool change) {
     sales::JournalPosting posting;
     posting.ordre = result.ordre;
     posting.affected = result.affected;
-    posting.change = !e.isNew();
+    posting.change = change;
+    posting.type = sales::journalType(e.billing.type);
     posting.classification = s.ctx.Intra;
     printJournal(s, sales::Diari_Apunt(s.ctx, e, posting));
 }
@@ -142,20 +211,24 @@ int post(Session& s, const CliOptions& o, SaleEntry& e) {
     takeText(o, "day", e.txtDia);
     takeText(o, "month", e.txtMes);
     if (!dateChecked(s.ctx, dialogs, e.txtDia, e.txtMes, e.lblFecha)) return kRefused;
-    if (o.given(QStringLiteral("customer")))
-        takeCustomer(s.ctx, o.value(QStringLiteral("customer")), e);
+    const bool customer = o.given(QStringLiteral("customer"));
+    if (customer) takeCustomer(s.ctx, o.value(QStringLiteral("customer")), e);
     if (o.given(QStringLiteral("account")))
         takeAccount(s.ctx, o.value(QStringLiteral("account")), e);
     takeTexts(s, o, e);
-    if (!takeAmounts(s, o, e) || !takeTreasury(s, o, e)) return kRefused;
+    if (s.ctx.Facturacio && !takeBilling(s, o, e, customer)) return kRefused;
+    const bool fromLines = s.ctx.Facturacio && o.given(QStringLiteral("line"));
+    if ((!fromLines && !takeAmounts(s, o, e)) || !takeTreasury(s, o, e)) return kRefused;
 
     sales::VerifyOptions options;
     options.classification = s.ctx.Intra;
+    options.invoice = e.billing.type == sales::DocType::Factura;
     const sales::Verdict verdict = sales::Verifica_Apunt(s.ctx, dialogs, e, options);
     if (!verdict.ok) return kRefused;
+    const bool change = e.isChange();
     const sales::PostingResult result = sales::GrabaApunt(s.ctx, e, *verdict.account);
     if (!result.error.isEmpty()) s.err << result.error << '\n';
-    printSaleJournal(s, e, result);
+    printSaleJournal(s, e, result, change);
     return s.finish(result.ok());
 }
 
@@ -163,17 +236,80 @@ bool enterSales(Session& s, const CliOptions& o, const ExerciseWords& w) {
     return enterPostingScreen(s, w) && fieldsExist(s, o);
 }
 
-}  // namespace
-
-int postSaleCommand(Session& s, const CliOptions& o) {
+// A new entry of `type`: with the billing module its lines start empty, as on a fresh screen.
+int postNew(Session& s, const CliOptions& o, sales::DocType type) {
     const ExerciseWords w = exerciseWords(o);
     checkWords(o);
     if (!enterSales(s, o, w)) return kRefused;
+    if (type != sales::DocType::Factura && !s.ctx.Facturacio)
+        return s.refuse(QStringLiteral("%1: quotes, drafts, proformas and delivery notes need the "
+                                       "billing module")
+                            .arg(o.command));
     SaleEntry e;
     e.txtdescripcio = QStringLiteral("-");
     e.venciment = QDate::currentDate();
+    e.billing.type = type;
+    if (s.ctx.Facturacio) {
+        sales::Verifica_Numeracion(s.ctx);
+        sales::clearLines(s.ctx);
+    }
     offerOpenMonth(s.ctx, o, e.txtMes);
     return post(s, o, e);
+}
+
+}  // namespace
+
+sales::DocType documentTypeArgument(const QString& text) {
+    const auto type = sales::docTypeFrom(text);
+    if (!type || text.trimmed().isEmpty())
+        throw UsageError{QStringLiteral("\"%1\" is no document type: invoice, draft, quote, "
+                                        "proforma or delivery-note")
+                             .arg(text)};
+    return *type;
+}
+
+namespace {
+
+// The document `number` of `type` opened as the billing tab opens it; an invoice through
+// Modifica_Venda. Nothing, after the refusal, when there is none.
+std::optional<SaleEntry> openDocument(Session& s, sales::DocType type, const QString& number) {
+    if (type == sales::DocType::Factura) {
+        auto loaded = sales::Modifica_Venda(s.ctx, number);
+        if (!loaded) {
+            noSuchRecord(s, QStringLiteral("invoice"), number);
+            return std::nullopt;
+        }
+        loaded->entry.reEnabled = sales::Client_RE(s.ctx, loaded->entry.txtClient);
+        return loaded->entry;
+    }
+    auto e = sales::openDocument(s.ctx, type, number.toLongLong());
+    if (!e) noSuchRecord(s, sales::docInfo(type).word, number);
+    return e;
+}
+
+}  // namespace
+
+int postSaleCommand(Session& s, const CliOptions& o) {
+    return postNew(s, o, sales::DocType::Factura);
+}
+
+int postDocumentCommand(Session& s, const CliOptions& o) {
+    return postNew(s, o, documentTypeArgument(o.arguments[2]));
+}
+
+int convertDocumentCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    const sales::DocType from = documentTypeArgument(o.arguments[2]);
+    const QString number = numberArgument(o.arguments[3]);
+    const sales::DocType to = documentTypeArgument(o.arguments[4]);
+    checkWords(o);
+    if (!enterSales(s, o, w)) return kRefused;
+    if (!s.ctx.Facturacio)
+        return s.refuse(QStringLiteral("%1: documents need the billing module").arg(o.command));
+    auto e = openDocument(s, from, number);
+    if (!e) return kRefused;
+    e->billing.type = to;
+    return post(s, o, *e);
 }
 
 int changeSaleCommand(Session& s, const CliOptions& o) {

@@ -68,6 +68,7 @@ struct TextItem {
     Qt::Alignment align = Qt::AlignLeft;
     bool wrap = false;  // else a text too long is cut with an ellipsis
     std::vector<TextPiece> pieces;
+    QString when;  // a formula: the item prints only when it holds a value (see layout_reader.h)
 };
 
 struct LineItem {
@@ -75,6 +76,7 @@ struct LineItem {
     QPointF from, to;
     double width = 0.2;
     QColor color = Qt::black;
+    QString when;
 };
 
 struct BoxItem {
@@ -83,6 +85,7 @@ struct BoxItem {
     QColor fill;  // invalid: no fill
     double border = 0;
     QColor color = Qt::black;
+    QString when;
 };
 
 struct Band {

@@ -35,8 +35,10 @@ public:
         cb.line = b.line;
         cb.level = level;
         cb.minHeight = dotsFromMm(b.height);
-        for (const TextItem& t : b.texts) cb.texts.push_back(text(t));
+        for (const TextItem& t : b.texts)
+            if (shown(t.when)) cb.texts.push_back(text(t));
         for (const LineItem& l : b.lines) {
+            if (!shown(l.when)) continue;
             cb.lines.push_back({QPointF(dotsFromMm(l.from.x()), dotsFromMm(l.from.y())),
                                 QPointF(dotsFromMm(l.to.x()), dotsFromMm(l.to.y())),
                                 dotsFromMm(l.width), l.color.rgba()});
@@ -44,6 +46,7 @@ public:
                 std::max(cb.minHeight, dotsFromMm(std::max(l.from.y(), l.to.y()) + l.width / 2));
         }
         for (const BoxItem& x : b.boxes) {
+            if (!shown(x.when)) continue;
             const QRectF r(dotsFromMm(x.box.x()), dotsFromMm(x.box.y()), dotsFromMm(x.box.width()),
                            dotsFromMm(x.box.height()));
             cb.boxes.push_back(
@@ -54,6 +57,18 @@ public:
     }
 
 private:
+    // An item with `when` prints only when one of its formulas ("a|b") holds a value other
+    // than a zero amount.
+    bool shown(const QString& when) const {
+        if (when.isEmpty()) return true;
+        for (const QString& name : when.split(u'|')) {
+            QString value = formulas_.value(name.trimmed()).trimmed();
+            value.remove(u'.').remove(u',').remove(u'0').remove(u'-').remove(u'+');
+            if (!value.isEmpty()) return true;
+        }
+        return false;
+    }
+
     CompiledText text(const TextItem& t) {
         CompiledText ct;
         ct.box = QRectF(dotsFromMm(t.box.x()), dotsFromMm(t.box.y()), dotsFromMm(t.box.width()),

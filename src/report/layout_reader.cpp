@@ -309,6 +309,7 @@ void readText(Statement& s, Layout& layout) {
     } catch (const std::invalid_argument& e) {
         s.fail(QStringLiteral("value: %1").arg(QString::fromStdString(e.what())));
     }
+    t.when = s.take(QStringLiteral("when")).value_or(QString());
     s.done();
     band.texts.push_back(std::move(t));
 }
@@ -321,6 +322,7 @@ void readLine(Statement& s, Layout& layout) {
     l.to = QPointF(s.number(QStringLiteral("x2")), s.number(QStringLiteral("y2")));
     l.width = s.number(QStringLiteral("width"), l.width, 0.01);
     l.color = s.color(QStringLiteral("color"), l.color);
+    l.when = s.take(QStringLiteral("when")).value_or(QString());
     s.done();
     band.lines.push_back(l);
 }
@@ -336,6 +338,7 @@ void readBox(Statement& s, Layout& layout) {
     b.border = s.number(QStringLiteral("border"), 0);
     b.color = s.color(QStringLiteral("color"), b.color);
     if (!b.fill.isValid() && b.border == 0) s.fail(QStringLiteral("a box needs fill= or border="));
+    b.when = s.take(QStringLiteral("when")).value_or(QString());
     s.done();
     band.boxes.push_back(b);
 }

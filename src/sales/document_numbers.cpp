@@ -1,5 +1,6 @@
 #include "document_numbers.h"
 
+#include "billing_document.h"
 #include "context/working_context.h"
 #include "schema/creation.h"
 #include "store/database.h"
@@ -21,19 +22,7 @@ void checkKind(const QString& kind) {
 std::int64_t Seguent_Document(const WorkingContext& ctx, const QString& kind) {
     checkKind(kind);
     auto db = store::Database::open(ctx.companyFile(schema::db::Fact));
-    const std::int64_t exercise = std::int64_t{ctx.Exercici.toLongLong()};
-    auto counter = db.prepare(
-        QStringLiteral("select %1 from Numeracion_Documentos where Ejercicio = ?").arg(kind));
-    counter.bind(1, exercise);
-    if (!counter.next()) return 0;
-    std::int64_t number = counter.int64(0) + 1;
-    auto taken = db.prepare(
-        QStringLiteral("select 1 from documentos where %1 = ? and Ejercicio = ?").arg(kind));
-    for (;; ++number) {
-        taken.reset();
-        taken.bind(1, number).bind(2, exercise);
-        if (!taken.next()) return number;
-    }
+    return nextDocumentNumber(ctx, db, *docTypeFrom(kind), {});
 }
 
 int setDocumentCounter(const WorkingContext& ctx, const QString& kind, std::int64_t value) {

@@ -1,5 +1,6 @@
 #include "sale_change.h"
 
+#include "billing_document.h"
 #include "context/common_helpers.h"
 #include "context/dialogs.h"
 #include "context/entry_fields.h"
@@ -73,6 +74,7 @@ std::optional<LoadedSale> Modifica_Venda(const WorkingContext& ctx, const QStrin
                                            "concepte5"};
     for (std::size_t i = 0; i < 5; ++i) e.concepte[i] = text(concepts[i]);
     e.venciment = QDate::currentDate();
+    if (ctx.Facturacio) loadInvoiceDocument(ctx, ordre, e);
     if (st.int64(col("Marca")) == -1) {
         loaded.settled = true;
         e.entitat = QStringLiteral("Marca");

@@ -9,6 +9,7 @@
 #include "context/entry_fields.h"
 #include "context/fwd.h"
 #include "context/money.h"
+#include "document_type.h"
 
 #include <QDate>
 #include <QString>
@@ -35,6 +36,14 @@ using ::tallora::isEmptyAmount;
 using ::tallora::isTickets;
 using ::tallora::reformat;
 using ::tallora::Valida_Data;
+
+// The billing tab's state of the document in hand (with the billing option).
+struct BillingFields {
+    DocType type = DocType::Factura;  // the option selected
+    // The option standing at colour 192: the type the document in hand was loaded as.
+    std::optional<DocType> loadedAs;
+    QString formaPago, entidad, ccc;  // txtFacturacionFormadePago, EntidadBancaria, CCC
+};
 
 struct SaleEntry {
     QString lblOrdre;  // number of a posted sale being changed; empty for a new entry
@@ -70,7 +79,18 @@ struct SaleEntry {
     // the rates of the day (the calculations still use those).
     std::optional<std::array<double, 3>> postedRates;
 
+    BillingFields billing;
+
     bool isNew() const { return lblOrdre.isEmpty(); }
+    // An invoice saved from this entry is a new row of FrasOut: a new entry, or a document
+    // loaded as another type being turned into an invoice.
+    bool newInvoice() const {
+        return isNew() || (billing.loadedAs && *billing.loadedAs != DocType::Factura);
+    }
+    // Saving writes over a stored document of the same type rather than adding one.
+    bool isChange() const {
+        return billing.type == DocType::Factura ? !newInvoice() : billing.loadedAs == billing.type;
+    }
 };
 
 // Look-ups of the screen (gest.mdb, Comptes.mdb, FrasOUT.mdb of the open exercise).

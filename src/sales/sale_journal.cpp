@@ -13,6 +13,10 @@ QString rateCaption(double rate) {
 
 }  // namespace
 
+JournalType journalType(DocType type) {
+    return {docInfo(type).journalText, docInfo(type).journalKind};
+}
+
 std::vector<JournalRow> Diari_Apunt(const WorkingContext& ctx, const SaleEntry& e,
                                     const JournalPosting& p) {
     JournalRows rows;

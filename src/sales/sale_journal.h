@@ -26,6 +26,9 @@ struct JournalType {
     QString modifyKind = journal::Modificar;
 };
 
+// The journal's caption and "modificar" kind of a document type.
+JournalType journalType(DocType type);
+
 struct JournalPosting {
     std::int64_t ordre = 0;
     int affected = 0;

@@ -1,5 +1,6 @@
 #include "sale_posting.h"
 
+#include "billing_document.h"
 #include "context/common_helpers.h"
 #include "context/working_context.h"
 #include "schema/creation.h"
@@ -52,6 +53,17 @@ std::int64_t billingOrdre(const WorkingContext& ctx, Database& db, const QString
 
 std::int64_t nextOrdre(const WorkingContext& ctx, Database& db, const QString& fact) {
     return ctx.Facturacio ? billingOrdre(ctx, db, fact) : highestOrdre(db) + 1;
+}
+
+// Verifica_Numeracion inside the posting: a document always finds its counter row.
+void ensureCounter(const WorkingContext& ctx, Database& db) {
+    db.prepare(QStringLiteral("insert into %1.Numeracion_Documentos (Ejercicio) select ? where "
+                              "not exists (select 1 from %1.Numeracion_Documentos where "
+                              "Ejercicio = ?)")
+                   .arg(kFact))
+        .bind(1, std::int64_t{ctx.Exercici.toLongLong()})
+        .bind(2, std::int64_t{ctx.Exercici.toLongLong()})
+        .execute();
 }
 
 // Every typed text passes the sanitiser before it is written: the description too, which
@@ -167,13 +179,39 @@ void rewriteMoneyRows(const WorkingContext& ctx, Database& db, const SaleEntry& 
 
 // The writes of one posting; `result` is filled as they go, so that a fault still leaves the
 // number taken in it.
+// A document other than an invoice writes only its own rows: its number is the one it was
+// loaded with when saved again as the same type, otherwise the next of its type.
+void writeOtherDocument(const WorkingContext& ctx, Database& db, SaleEntry& e,
+                        const SalesAccount& account, PostingResult& result) {
+    const DocType type = e.billing.type;
+    if (e.billing.loadedAs == type) {
+        result.ordre = e.lblOrdre.toLongLong();
+    } else {
+        result.ordre = nextDocumentNumber(ctx, db, type, kFact);
+        e.txtdescripcio = QString::number(result.ordre);
+    }
+    Graba_Document(ctx, db, e, account.Compte, account.NomCompte, result.ordre, kFact);
+    result.affected = 1;
+}
+
 void writeSale(const WorkingContext& ctx, Database& db, SaleEntry& e, const SalesAccount& account,
                PostingResult& result) {
     sanitise(e);
+    if (ctx.Facturacio) {
+        // With billing the amounts follow from the bases, whatever was typed over them.
+        Recalcula_Apunt(ctx, e, e.reEnabled);
+        ensureCounter(ctx, db);
+    }
+    if (ctx.Facturacio && e.billing.type != DocType::Factura) {
+        writeOtherDocument(ctx, db, e, account, result);
+        return;
+    }
     const auto entitat = treasuryAccount(ctx, e);
-    if (e.isNew()) {
+    if (e.newInvoice()) {
         result.ordre = nextOrdre(ctx, db, kFact);
-        if (e.txtdescripcio == QStringLiteral("-")) e.txtdescripcio = QString::number(result.ordre);
+        // With billing, an invoice made from another document takes its number as description.
+        if (e.txtdescripcio == QStringLiteral("-") || (ctx.Facturacio && !e.lblOrdre.isEmpty()))
+            e.txtdescripcio = QString::number(result.ordre);
         insertSale(ctx, db, e, account, result.ordre, entitat.has_value());
         result.affected = db.changes();
         if (ctx.Tesoreria) {
@@ -189,6 +227,8 @@ void writeSale(const WorkingContext& ctx, Database& db, SaleEntry& e, const Sale
         if (result.affected != 1) return;
         if (ctx.Tesoreria) rewriteMoneyRows(ctx, db, e, entitat, result.ordre);
     }
+    if (ctx.Facturacio)
+        Graba_Document(ctx, db, e, account.Compte, account.NomCompte, result.ordre, kFact);
 }
 
 }  // namespace
@@ -228,7 +268,7 @@ PostingResult GrabaApunt(const WorkingContext& ctx, SaleEntry& entry, const Sale
         Database db = openPosting(ctx);
         Transaction tx(db, Transaction::Kind::Immediate);
         writeSale(ctx, db, e, account, result);
-        if (!e.isNew() && result.affected != 1) return result;
+        if (e.isChange() && result.affected != 1) return result;
         tx.commit();
     } catch (const store::StoreError& error) {
         result.affected = 0;

@@ -20,17 +20,23 @@ QString equalsText(const QString& column, const QString& value) {
     return column + QStringLiteral(" = ") + store::quoteLiteral(value);
 }
 
+void appendDateRange(QStringList& conditions, const WorkingContext& ctx, const QDate& fromDate,
+                     const QDate& toDate, const QString& column) {
+    const int year = ctx.Exercici.toInt();
+    const bool from = fromDate.isValid() && fromDate != QDate(year, 1, 1);
+    const bool to = toDate.isValid() && toDate != QDate(year, 12, 31);
+    if (from && to)
+        conditions << QStringLiteral("%1 between %2 and %3")
+                          .arg(column, isoDate(fromDate), isoDate(toDate));
+    else if (from)
+        conditions << QStringLiteral("%1 >= %2").arg(column, isoDate(fromDate));
+    else if (to)
+        conditions << QStringLiteral("%1 <= %2").arg(column, isoDate(toDate));
+}
+
 void appendDateAmount(QStringList& conditions, const WorkingContext& ctx, const DateAmountFilter& f,
                       const QString& amountColumn) {
-    const int year = ctx.Exercici.toInt();
-    const bool from = f.from.isValid() && f.from != QDate(year, 1, 1);
-    const bool to = f.to.isValid() && f.to != QDate(year, 12, 31);
-    if (from && to)
-        conditions << QStringLiteral("data between %1 and %2").arg(isoDate(f.from), isoDate(f.to));
-    else if (from)
-        conditions << QStringLiteral("data >= %1").arg(isoDate(f.from));
-    else if (to)
-        conditions << QStringLiteral("data <= %1").arg(isoDate(f.to));
+    appendDateRange(conditions, ctx, f.from, f.to);
 
     const QString typed = f.import.trimmed();
     if (typed.isEmpty() || typed == QStringLiteral("-")) return;

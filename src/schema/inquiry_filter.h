@@ -28,6 +28,11 @@ struct DateAmountFilter {
 // "column = 'value'", the value quoted.
 QString equalsText(const QString& column, const QString& value);
 
+// Appends the date condition of Dtdata1 and Dtdata2 on `column`; a limit at 1 January or
+// 31 December of the exercise (or none) adds nothing.
+void appendDateRange(QStringList& conditions, const WorkingContext& ctx, const QDate& from,
+                     const QDate& to, const QString& column = QStringLiteral("data"));
+
 // Appends the conditions of `filter` on the column data and the Currency column `amount`.
 // Throws std::invalid_argument for an operator outside the list.
 void appendDateAmount(QStringList& conditions, const WorkingContext& ctx,

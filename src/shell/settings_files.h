@@ -6,6 +6,7 @@
 // reader. Writers go through a safe write and give false when the file could not be
 // written; the value then stays in force for this run only.
 #include <QString>
+#include "context/billing_files.h"
 
 #include <array>
 #include <optional>
@@ -68,26 +69,5 @@ DocsFlags readDocsFlags(const QString& programDir);
 // url.dat: pairs of name and web address; for a name given twice the last pair wins, and a
 // name not in the file keeps its built-in address.
 QString readUrl(const QString& programDir, const QString& name, const QString& builtIn);
-
-// fact_mod.cfg of a company: the billing flag, the invoice model and the copies.
-struct FactMod {
-    bool Facturacio = false;
-    QString model;
-    int copies = 0;
-    bool operator==(const FactMod&) const = default;
-};
-FactMod readFactMod(const QString& companyFolder);
-bool writeFactMod(const QString& companyFolder, const FactMod& value);
-
-// fact_da.tos of a company: the heading of billing documents, ten quoted lines.
-struct FiscalData {
-    QString nomComercial, nomEmpresa, nif, domicili, poblacio, cp, telefon, fax, text, model;
-    bool operator==(const FiscalData&) const = default;
-    std::array<QString*, 10> fields();
-    std::array<const QString*, 10> fields() const;
-};
-// nullopt when the file is absent.
-std::optional<FiscalData> readFiscalData(const QString& companyFolder);
-bool writeFiscalData(const QString& companyFolder, const FiscalData& data);
 
 }  // namespace tallora::settings

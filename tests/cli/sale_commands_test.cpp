@@ -410,15 +410,28 @@ TEST_F(cliSales, TreasuryOptionsNeedTreasuryControl) {
     EXPECT_TRUE(sales("Ordre").isEmpty());
 }
 
-TEST_F(cliSales, TheBillingModuleIsRefused) {
+TEST_F(cliSales, WithTheBillingModuleASaleTakesItsLines) {
     createCompany("Fusteria Pons", "B12345678");
     ASSERT_TRUE(settings::writeFactMod(company(K), {true, QString(), 1}));
-    createExercise(K, Y);
+    createExercise(K, Y, {"--iva1", "21", "--iva2", "10", "--iva3", "4"});
     ASSERT_EQ(run({"exercise-open", K, Y}).code, 0);
-    const Result r =
-        on("post-sale", {"--day", "15", "--month", "3", "--account", Ventas, "--total", "121"});
+    ASSERT_EQ(on("customer-add", {"--name", "Ferreteria Puig"}).code, 0);
+    const Result r = on(
+        "post-sale", {"--day", "15", "--month", "3", "--customer", "Ferreteria Puig", "--account",
+                      Ventas, "--line", "1,5|Tablero|10|10|21", "--line", "2|Cola|5||10"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_EQ(sales("Ordre, descripcio, base1, iva1, base2, iva2, total"),
+              QStringList{"1|1|135000|28400|100000|10000|273400"});
+    EXPECT_EQ(rows(company(K) + "fact.mdb",
+                   "select FrasOut, concepto, unidades, importe, iva from detalle order by Id"),
+              (QStringList{"1|Tablero|1.5|135000|21.0", "1|Cola|2.0|100000|10.0"}));
+}
+
+TEST_F(cliSales, LinesNeedTheBillingModule) {
+    ASSERT_NO_FATAL_FAILURE(open(false));
+    const Result r = sale({"--line", "1|Tablero|10||21"});
     EXPECT_EQ(r.code, 1) << r;
-    EXPECT_TRUE(r.err.contains("billing")) << r;
+    EXPECT_TRUE(r.err.contains("--line") && r.err.contains("billing")) << r;
     EXPECT_TRUE(sales("Ordre").isEmpty());
 }
 

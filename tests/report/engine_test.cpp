@@ -268,6 +268,21 @@ TEST_F(EngineTest, ALayoutWithoutDataPrintsItsFormulas) {
     EXPECT_EQ(r.pageLayout.pageSize().id(), QPageSize::A5);
 }
 
+TEST_F(EngineTest, AnItemWithWhenPrintsOnlyWhenItsFormulaHoldsAValue) {
+    ReportJob j;
+    j.ReportFileName = sourcePath(QStringLiteral("tests/data/reports/engine/when.rpt"));
+    j.Formulas[0] = QStringLiteral("base1= '100,00 '");
+    j.Formulas[1] = QStringLiteral("base2= '0,00 '");
+    j.Formulas[2] = QStringLiteral("base3= '1.000,00'");
+    // irpf is not given at all.
+    const RenderedReport r = renderReport(j, f.ctx);
+    EXPECT_EQ(r.pageTexts(0),
+              (QStringList{QStringLiteral("Base 1: 100,00"), QStringLiteral("Base 3: 1.000,00"),
+                           QStringLiteral("Total"), QStringLiteral("Alguna")}));
+    EXPECT_EQ(r.pages[0].boxes.size(), 1u);
+    EXPECT_TRUE(r.pages[0].lines.empty());
+}
+
 TEST_F(EngineTest, APageAsAPictureHasThePagesProportionsAndInk) {
     const RenderedReport r = renderReport(job("groups.rpt"), f.ctx);
     const QImage image = renderPageImage(r, 0, 100);
