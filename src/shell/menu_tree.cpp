@@ -68,10 +68,10 @@ const std::vector<MenuEntry>& menuTree() {
         separator("Mnu4", "mnusepref"),
         item("Mnu4", "mnuconsSupl", 6505, true),
         separator("Mnu4", "s7"),
-        item("Mnu4", "mnuconsPre", 6849),
-        item("Mnu4", "mnuconsPro", 6850),
-        item("Mnu4", "mnuconsBor", 6851),
-        item("Mnu4", "mnuconsAlb", 7017),
+        item("Mnu4", "mnuconsPre", 6849, true),
+        item("Mnu4", "mnuconsPro", 6850, true),
+        item("Mnu4", "mnuconsBor", 6851, true),
+        item("Mnu4", "mnuconsAlb", 7017, true),
         separator("Mnu4", "mssnu"),
         item("Mnu4", "mnuConsOtros", 6744, true),
 
@@ -121,6 +121,9 @@ bool menuEntryAvailable(const WorkingContext& ctx, const MenuEntry& entry) {
     if (!entry.built) return false;
     // Price references live in the billing database, which exists only with billing.
     if (entry.name == QStringLiteral("mnuReferencias")) return ctx.Facturacio;
+    // So do the documents that are not invoices.
+    static const QStringList documents{"mnuconsPre", "mnuconsPro", "mnuconsBor", "mnuconsAlb"};
+    if (documents.contains(entry.name)) return ctx.Facturacio;
     return true;
 }
 

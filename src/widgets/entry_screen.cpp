@@ -215,7 +215,8 @@ QVBoxLayout* EntryScreen::journalColumn() {
     column->addWidget(heading(m(630).trimmed(), this));
     ListRegistres = journalList(this);
     connect(ListRegistres, &QListWidget::itemDoubleClicked, this, [this] {
-        if (const auto number = reopenNumber(ListRegistres)) reopen(*number);
+        if (const auto number = reopenNumber(ListRegistres))
+            reopen(*number, reopenKind(ListRegistres));
     });
     column->addWidget(ListRegistres, 1);
     for (const JournalRow& row : journalTitle(ctx_, QDateTime::currentDateTime()))

@@ -131,8 +131,9 @@ protected:
     virtual bool otherKey(QWidget*, const QKeyEvent*) { return false; }
     virtual void post() = 0;
     virtual void escape() = 0;
-    // A day log row that reopens entry `number` was double-clicked.
-    virtual void reopen(std::int64_t number) = 0;
+    // A day log row that reopens entry `number` was double-clicked; `kind` is the row's
+    // "modificar" kind, which tells a billing document's type.
+    virtual void reopen(std::int64_t number, const QString& kind) = 0;
 
     WorkingContext& ctx_;
     Dialogs& dialogs_;

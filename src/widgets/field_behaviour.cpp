@@ -68,7 +68,7 @@ private:
 // The decimal key of rate and amount fields; what happens on leaving differs.
 class NumberFilter : public QObject {
 public:
-    enum class Kind { Rate, Amount };
+    enum class Kind { Rate, Amount, Quantity };
     NumberFilter(const WorkingContext& ctx, Kind kind, QObject* parent)
         : QObject(parent), ctx_(ctx), kind_(kind) {}
 
@@ -90,6 +90,7 @@ protected:
 
 private:
     void leave(QLineEdit* field) const {
+        if (kind_ == Kind::Quantity) return;
         if (kind_ == Kind::Rate) {
             if (field->text().isEmpty()) field->setText(QStringLiteral("0"));
             return;
@@ -180,6 +181,11 @@ QLineEdit* rateEdit(const WorkingContext& ctx, const QString& name, QWidget* par
     edit->setMaximumWidth(edit->fontMetrics().horizontalAdvance(QStringLiteral("000000000")));
     makeRateField(ctx, edit);
     return edit;
+}
+
+void makeQuantityField(const WorkingContext& ctx, QLineEdit* field) {
+    field->setAlignment(Qt::AlignRight);
+    makeNumberField(ctx, field, NumberFilter::Kind::Quantity);
 }
 
 void makeAmountField(const WorkingContext& ctx, QLineEdit* field) {

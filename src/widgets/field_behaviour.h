@@ -35,6 +35,10 @@ void makeRateField(const WorkingContext& ctx, QLineEdit* field);
 // A new rate field named `name`: six characters, right-aligned, as wide as a rate needs.
 QLineEdit* rateEdit(const WorkingContext& ctx, const QString& name, QWidget* parent);
 
+// A quantity field: the decimal key as for a rate, a change that is not numeric empties the
+// field, and an empty field stays empty (it may mean "no more lines").
+void makeQuantityField(const WorkingContext& ctx, QLineEdit* field);
+
 // An amount field: the decimal key as for a rate, a change that is not numeric empties the
 // field, and Enter or leaving it shows the amount in the money format (Format_Import).
 void makeAmountField(const WorkingContext& ctx, QLineEdit* field);

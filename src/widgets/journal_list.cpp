@@ -63,4 +63,9 @@ std::optional<std::int64_t> reopenNumber(const QListWidget* list) {
     return item->data(kNumberRole).toLongLong();
 }
 
+QString reopenKind(const QListWidget* list) {
+    const QListWidgetItem* item = list->currentItem();
+    return item ? item->data(kKindRole).toString() : QString();
+}
+
 }  // namespace tallora::ui

@@ -17,5 +17,7 @@ QListWidget* journalList(QWidget* parent);
 void writeJournalRow(QListWidget* list, const JournalRow& row);
 // The number behind the current row when it is one that reopens an entry.
 std::optional<std::int64_t> reopenNumber(const QListWidget* list);
+// The kind of that row ("modificar", "Bor-modificar" ...), telling what the number is of.
+QString reopenKind(const QListWidget* list);
 
 }  // namespace tallora::ui

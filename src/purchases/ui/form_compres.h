@@ -73,7 +73,9 @@ protected:
     bool entryTyped() const override;
     void post() override { GrabaApunt(); }
     void escape() override { closeOrCancel(); }
-    void reopen(std::int64_t number) override { Modifica_Compra(QString::number(number), true); }
+    void reopen(std::int64_t number, const QString&) override {
+        Modifica_Compra(QString::number(number), true);
+    }
 
 private:
     // Construction (form_compres.cpp).

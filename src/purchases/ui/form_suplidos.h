@@ -53,7 +53,9 @@ protected:
     bool entryTyped() const override;
     void post() override { GrabaApunt(); }
     void escape() override { Cancela_Apunt(); }
-    void reopen(std::int64_t number) override { Modifica_Suplido(QString::number(number)); }
+    void reopen(std::int64_t number, const QString&) override {
+        Modifica_Suplido(QString::number(number));
+    }
 
 private:
     void OMPLE_LLISTA_Entitats();

@@ -15,6 +15,8 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QDir>
+#include <QFileDialog>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -23,6 +25,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QStackedWidget>
+#include <QStandardPaths>
 #include <QVBoxLayout>
 
 namespace tallora {
@@ -45,6 +48,7 @@ FormVendes::FormVendes(WorkingContext& ctx, Dialogs& dialogs, report::ReportJob*
     auto* left = new QVBoxLayout;
     left->addWidget(buildEntry());
     left->addWidget(buildTreasury());
+    left->addWidget(buildTypeOptions());
     left->addWidget(buildWorkArea(), 1);
     left->addWidget(buttonRow(m(611) + QStringLiteral(" ") + m(612), btnGuardar, btnTancar));
     connect(btnGuardar, &QPushButton::clicked, this, &FormVendes::Guardar);
@@ -121,14 +125,27 @@ QWidget* FormVendes::buildEntry() {
     chk_rebut = new QCheckBox(m(606), this);
     chk_rebut->setObjectName(QStringLiteral("chk_rebut"));
     chk_rebut->setFocusPolicy(Qt::ClickFocus);
-    chk_imprimir = new QCheckBox(this);
+    chk_imprimir = new QCheckBox(fixed("Imprimir el documento", "Imprimir el document"), this);
     chk_imprimir->setObjectName(QStringLiteral("chk_imprimir"));
     chk_imprimir->setFocusPolicy(Qt::ClickFocus);
-    chk_imprimir->hide();  // prints billing documents, which come with the billing tab
+    chk_imprimir->hide();  // billing documents only
+    cmbImprimir = new QComboBox(this);
+    cmbImprimir->setObjectName(QStringLiteral("cmbImprimir"));
+    cmbImprimir->setFocusPolicy(Qt::ClickFocus);
+    cmbImprimir->addItems({fixed("Impresora", "Impressora"), QStringLiteral("PDF")});
+    cmbImprimir->hide();
+    connect(chk_imprimir, &QCheckBox::toggled, cmbImprimir, &QComboBox::setEnabled);
+    cmbImprimir->setEnabled(false);
+    pdfPath_ = [this](const QString& proposed) {
+        const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+        return QFileDialog::getSaveFileName(this, m(816), QDir(folder).filePath(proposed),
+                                            QStringLiteral("PDF (*.pdf)"));
+    };
     auto* options = new QHBoxLayout;
     options->addWidget(CmbClasificacion);
     options->addWidget(chk_rebut);
     options->addWidget(chk_imprimir);
+    options->addWidget(cmbImprimir);
     options->addStretch(1);
     g->addLayout(options, 6, 1, 1, 3);
     g->setColumnStretch(1, 1);
@@ -182,6 +199,7 @@ QWidget* FormVendes::buildWorkArea() {
     work_->addWidget(FrameList);
     work_->addWidget(buildAmountsPanel());
     work_->addWidget(buildReceiptFrame());
+    work_->addWidget(buildBillingFrame());
     work_->setMinimumHeight(190);
     return work_;
 }

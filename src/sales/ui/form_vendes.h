@@ -8,11 +8,15 @@
 // The layout, top to bottom: the title band; the entry's fields in their Enter order; the
 // treasury frame (with the treasury option); and the work area, where the list frame
 // (customers or accounts), the amounts panel PanelIVA and the receipt frame take turns. The
-// journal ListRegistres runs down the right side. The billing tab will join the work area
-// as one more page, with its type options above it.
+// journal ListRegistres runs down the right side. With the billing option the five type
+// options stand above the work area, and the tab bar TabFacturacion under them switches the
+// work area between the amounts (PanelIVA) and the lines of the document (FrameFacturacion,
+// form_vendes_billing.cpp).
 //
 // Keys: Enter moves on and, past the last amount, posts; Up goes back; Esc cancels the entry
 // or closes; the "+" of the numeric pad posts from anywhere.
+#include "sales/billing_lines.h"
+#include "sales/document_type.h"
 #include "sales/sale_change.h"
 #include "sales/sale_entry.h"
 #include "sales/sale_journal.h"
@@ -31,7 +35,10 @@ class QLabel;
 class QLineEdit;
 class QListWidget;
 class QPushButton;
+class QRadioButton;
 class QStackedWidget;
+class QTabBar;
+class QTableWidget;
 
 namespace tallora {
 
@@ -62,6 +69,15 @@ public:
     void display(const sales::SaleEntry& e);
     // Opens the receipt frame for the entry in hand; nothing opens for an unknown customer.
     void Mostra_Rebut();
+    // Opens billing document `number` of `type` (not an invoice) on the billing tab; refused
+    // while an entry is typed. `fromJournal` as for Modifica_Venda.
+    void Modifica_Document(sales::DocType type, const QString& number, bool fromJournal = false);
+    // Where a printed document goes when chk_imprimir is on: cmbImprimir chooses the printer
+    // dialog or a PDF file, whose path `pdfPath` gives from the proposed name (by default the
+    // save dialog; an empty path cancels).
+    void setPdfPathChooser(std::function<QString(const QString& proposed)> pdfPath) {
+        pdfPath_ = std::move(pdfPath);
+    }
 
     // What the screen holds now, as the logic reads it.
     sales::SaleEntry entry() const;
@@ -70,6 +86,8 @@ public:
 signals:
     // A change opened from elsewhere was saved or cancelled: the screen behind may refresh.
     void saleChanged();
+    // FacRef_Referencias: the price references' screen is asked for.
+    void referencesRequested();
 
 protected:
     void fieldEntered(QWidget* w) override;
@@ -80,7 +98,7 @@ protected:
     bool entryTyped() const override;
     void post() override { GrabaApunt(); }
     void escape() override;
-    void reopen(std::int64_t number) override { Modifica_Venda(QString::number(number), true); }
+    void reopen(std::int64_t number, const QString& kind) override;
 
 private:
     // Construction (form_vendes.cpp).
@@ -124,6 +142,35 @@ private:
     void refused(sales::EntryField field, bool openPanel);
     void Guardar();
 
+    // The billing tab (form_vendes_billing.cpp).
+    QWidget* buildTypeOptions();
+    QWidget* buildBillingFrame();
+    QWidget* buildReferencesFrame();
+    QWidget* lineFieldsRow();
+    void typeOptionsReset();
+    void setLoadedAs(std::optional<sales::DocType> type);
+    sales::DocType selectedType() const;
+    void typeSelected();
+    void tabChanged(int index);
+    void showLines();
+    sales::LineFields lineFields() const;
+    void Calcula_Linia();
+    void btnFacturacionAlta();
+    void modificaLinia();
+    void eliminaLinia();
+    void netejaLinia();
+    // `sums`: the amounts follow the lines (off for a posted invoice being opened, whose
+    // amounts are its own).
+    void OMPLE_GRID_Detall(bool sums = true);
+    void Carrega_Comercial();
+    bool lineEnterPressed(QWidget* w);
+    bool lineUpPressed(QWidget* w);
+    void FacRef_Muestra();
+    void FacRef_Busca();
+    void FacRef_Cancelar();
+    void Imprimeix_Document(std::int64_t number, sales::DocType type, const sales::SaleEntry& e);
+    void clearBilling();
+
     bool tickets() const;
     bool clientRE() const;
 
@@ -141,12 +188,31 @@ private:
     std::array<QLabel*, 3> lbliva{}, lblRE{}, lblbase{}, lblQuota{};
     QDateEdit* DtFacturacionVencimiento;
     QCheckBox *chk_rebut, *chk_imprimir;
+    QComboBox* cmbImprimir = nullptr;
     QLabel *lbl_rebut_titol, *lbl_rebut_client, *lbl_rebut_domicili, *lbl_rebut_poblacio,
         *lbl_rebut_nif, *lbl_rebut_data;
     std::array<QLineEdit*, 5> txt_rebut_concepte{};
     QPushButton *btn_rebut_grava, *btn_rebut_cancela, *btnGuardar, *btnTancar;
     QLabel* lblREHeader_;
     QLabel *lblclient, *lblcmbIVA, *lblRetencio, *lblBaseIRPF, *lblText1;
+
+    // The billing tab.
+    QWidget* typeOptions_ = nullptr;
+    std::array<QRadioButton*, 5> opFacturacion_{};  // in the order of sales::allDocTypes()
+    QTabBar* TabFacturacion = nullptr;
+    QFrame *FrameFacturacion = nullptr, *FacRef_frame = nullptr;
+    QLineEdit *txtFacturacionCantidad = nullptr, *txtFacturacionConcepto = nullptr,
+              *txtFacturacionPrecio = nullptr, *txtFacturacionDto = nullptr,
+              *txtFacturacionImporte = nullptr, *txtFacturacionFormadePago = nullptr,
+              *txtFacturacionEntidadBancaria = nullptr, *txtFacturacionCCC = nullptr,
+              *FacRef_txtReferencia = nullptr;
+    QComboBox* txtFacturacionIVA = nullptr;
+    QLabel* txtFacturacionID = nullptr;
+    QPushButton *btnFacturacionAlta_ = nullptr, *btnFacturacionModificaLinea = nullptr,
+                *btnFacturacionEliminaLinea = nullptr, *FacRef_Muestra_ = nullptr;
+    QTableWidget* GridFacturacion = nullptr;
+    std::optional<sales::DocType> loadedAs_;  // the option standing at colour 192
+    std::function<QString(const QString&)> pdfPath_;
 
     // The labels made bold with their field, and the fields in Enter order.
     QList<QWidget*> order_;

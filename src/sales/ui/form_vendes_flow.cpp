@@ -16,6 +16,8 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QStackedWidget>
+#include <QTabBar>
+#include <QTableWidget>
 
 namespace tallora {
 
@@ -41,10 +43,27 @@ bool FormVendes::clientRE() const {
 }
 
 void FormVendes::escape() {
+    if (ctx_.Facturacio && FacRef_frame->isVisible()) {
+        FacRef_Cancelar();
+        return;
+    }
+    // A line half typed is dropped first.
+    if (ctx_.Facturacio && work_->currentWidget() == FrameFacturacion &&
+        !(txtFacturacionCantidad->text().isEmpty() && txtFacturacionConcepto->text().isEmpty() &&
+          txtFacturacionPrecio->text().isEmpty())) {
+        netejaLinia();
+        focus(txtFacturacionCantidad);
+        return;
+    }
     work_->currentWidget() == FRAME_recibos ? rebutCancela() : Surt_Apunt();
 }
 
 bool FormVendes::otherKey(QWidget* w, const QKeyEvent* key) {
+    if (GridFacturacion && w == static_cast<QWidget*>(GridFacturacion) &&
+        key->key() == Qt::Key_Delete) {
+        eliminaLinia();
+        return true;
+    }
     return ui::listFieldKey(w, key, txtClient, ListClients) ||
            ui::listFieldKey(w, key, txtTipus, ListVendes);
 }
@@ -56,6 +75,10 @@ void FormVendes::NEGRETES(QWidget* focused) {
 
 void FormVendes::showPanel(QWidget* page) {
     work_->setCurrentWidget(page);
+    if (TabFacturacion && (page == PanelIVA || page == FrameFacturacion)) {
+        const QSignalBlocker block(TabFacturacion);
+        TabFacturacion->setCurrentIndex(page == PanelIVA ? 0 : 1);
+    }
 }
 
 void FormVendes::fieldEntered(QWidget* w) {
@@ -67,6 +90,8 @@ void FormVendes::fieldEntered(QWidget* w) {
     }
     for (std::size_t i = 0; i < 3; ++i)
         if (w == txtBase[i] || w == txtIVA[i] || w == txtRE[i]) showPanel(PanelIVA);
+    if (ctx_.Facturacio && w->parentWidget() && FrameFacturacion->isAncestorOf(w))
+        showPanel(FrameFacturacion);
     if (earlierFieldEmpty(w)) return;
     if (w == txtMes && lblOrdre->text().isEmpty() && txtMes->text().isEmpty())
         if (const auto month = Mes_Per_Defecte(ctx_)) txtMes->setText(QString::number(*month));
@@ -89,6 +114,7 @@ bool FormVendes::earlierFieldEmpty(QWidget* w) {
 }
 
 bool FormVendes::enterPressed(QWidget* w) {
+    if (ctx_.Facturacio && lineEnterPressed(w)) return true;
     if (w == txtDia) {
         dayEntered();
     } else if (w == txtMes) {
@@ -99,7 +125,11 @@ bool FormVendes::enterPressed(QWidget* w) {
         takeAccount();
     } else if (w == txtdescripcio) {
         if (txtdescripcio->text().isEmpty()) txtdescripcio->setText(QStringLiteral("-"));
-        focus(txtTotal);
+        // With billing the amounts come from the lines.
+        if (ctx_.Facturacio && !txtTipus->text().isEmpty())
+            showLines();
+        else
+            focus(txtTotal);
     } else if (w == txtTotal) {
         totalEntered();
     } else if (w == CmbIva) {
@@ -133,6 +163,7 @@ bool FormVendes::enterPressed(QWidget* w) {
 }
 
 bool FormVendes::upPressed(QWidget* w) {
+    if (ctx_.Facturacio && lineUpPressed(w)) return true;
     if (w == txtClient) {
         moveListSelection(ListClients, -1);
         return true;
@@ -201,6 +232,7 @@ void FormVendes::accountTyped(const QString& text) {
 void FormVendes::takeCustomer() {
     if (!takeFromList(txtClient, ListClients)) return;
     Activa_RE();
+    Carrega_Comercial();
     // The recargo just cleared leaves the total: it is recomputed from the bases, as the
     // companion's change of customer does.
     if (!tickets()) {

@@ -20,6 +20,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QStackedWidget>
 
 namespace tallora {
@@ -61,6 +62,13 @@ sales::SaleEntry FormVendes::entry() const {
     for (std::size_t i = 0; i < 5; ++i) e.concepte[i] = txt_rebut_concepte[i]->text();
     e.Exempta = exempta_;
     e.postedRates = postedRates_;
+    if (ctx_.Facturacio) {
+        e.billing.type = selectedType();
+        e.billing.loadedAs = loadedAs_;
+        e.billing.formaPago = txtFacturacionFormadePago->text();
+        e.billing.entidad = txtFacturacionEntidadBancaria->text();
+        e.billing.ccc = txtFacturacionCCC->text();
+    }
     return e;
 }
 
@@ -90,6 +98,11 @@ void FormVendes::display(const sales::SaleEntry& e) {
     for (std::size_t i = 0; i < 5; ++i) txt_rebut_concepte[i]->setText(e.concepte[i]);
     exempta_ = e.Exempta;
     postedRates_ = e.postedRates;
+    if (ctx_.Facturacio) {
+        txtFacturacionFormadePago->setText(e.billing.formaPago);
+        txtFacturacionEntidadBancaria->setText(e.billing.entidad);
+        txtFacturacionCCC->setText(e.billing.ccc);
+    }
     loading_ = wasLoading;
 }
 
@@ -123,6 +136,7 @@ void FormVendes::Neteja_Apunt() {
                                                      lblText1, lblBaseIRPF})
         w->setVisible(irpf);
     btnTancar->setText(m(308));
+    clearBilling();
     showPanel(FrameList);
     aqui_ = false;
     posting_ = false;
@@ -174,6 +188,7 @@ void FormVendes::GrabaApunt() {
     sales::VerifyOptions options;
     options.panelOpen = work_->currentWidget() != FrameList;
     options.classification = ctx_.Intra;
+    options.invoice = e.billing.type == sales::DocType::Factura;
     const sales::Verdict verdict = sales::Verifica_Apunt(ctx_, dialogs_, e, options);
     display(e);
     if (!verdict.ok) {
@@ -184,9 +199,13 @@ void FormVendes::GrabaApunt() {
     }
     lblproces->setText(QStringLiteral("Grabando Apunte..."));
     setStatus(m(725));
+    const bool change = e.isChange();
     const sales::PostingResult result = sales::GrabaApunt(ctx_, e, *verdict.account);
     if (!result.error.isEmpty()) dialogs_.stop(result.error);
     if (result.ok()) display(e);
+    // The document is printed while the screen and detalle_temp still hold it.
+    if (result.ok() && ctx_.Facturacio && chk_imprimir->isChecked())
+        Imprimeix_Document(result.ordre, e.billing.type, e);
     if (result.ok() && e.rebut && job_) {
         try {
             sales::Imprimeix_Rebut(ctx_, dialogs_, *job_, output_,
@@ -198,8 +217,9 @@ void FormVendes::GrabaApunt() {
     sales::JournalPosting journal;
     journal.ordre = result.ordre;
     journal.affected = result.affected;
-    journal.change = !e.isNew();
+    journal.change = change;
     journal.classification = ctx_.Intra;
+    journal.type = sales::journalType(e.billing.type);
     for (const sales::JournalRow& row : sales::Diari_Apunt(ctx_, e, journal)) Escriu_Diari(row);
     restore();
     lblproces->clear();
@@ -243,6 +263,16 @@ void FormVendes::Modifica_Venda(const QString& number, bool fromJournal) {
         lblRE[i]->setVisible(re && ctx_.TipusIVA[i] != 0);
         txtRE[i]->setVisible(re && ctx_.TipusIVA[i] != 0);
         txtRE[i]->setEnabled(re);
+    }
+    if (ctx_.Facturacio) {
+        {
+            const QSignalBlocker block(opFacturacion_[0]);
+            opFacturacion_[0]->setChecked(true);
+        }
+        setLoadedAs(sales::DocType::Factura);
+        if (loaded->entry.venciment.isValid())
+            DtFacturacionVencimiento->setDate(loaded->entry.venciment);
+        OMPLE_GRID_Detall(false);
     }
     if (ctx_.Intra && !loaded->entry.clasificacion.isEmpty())
         CmbClasificacion->setCurrentIndex(CmbClasificacion->findText(loaded->entry.clasificacion));

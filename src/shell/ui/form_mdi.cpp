@@ -20,6 +20,7 @@
 #include "purchases/ui/form_suplidos.h"
 #include "report/report_job.h"
 #include "report/ui/qt_report_output.h"
+#include "sales/ui/form_cons_docs.h"
 #include "sales/ui/form_cons_out.h"
 #include "sales/ui/form_vendes.h"
 #include "schema/maintenance.h"
@@ -211,6 +212,14 @@ void FormMDI::runEntry(const QString& name) {
         openProvisions();
     } else if (name == QStringLiteral("consing")) {
         openSalesInquiry();
+    } else if (name == QStringLiteral("mnuconsPre")) {
+        openDocumentInquiry(sales::DocType::Presupuesto);
+    } else if (name == QStringLiteral("mnuconsPro")) {
+        openDocumentInquiry(sales::DocType::Proforma);
+    } else if (name == QStringLiteral("mnuconsBor")) {
+        openDocumentInquiry(sales::DocType::Borrador);
+    } else if (name == QStringLiteral("mnuconsAlb")) {
+        openDocumentInquiry(sales::DocType::Albaran);
     } else if (name == QStringLiteral("consdes")) {
         openPurchaseInquiry();
     } else if (name == QStringLiteral("mnuconsSupl")) {
@@ -385,8 +394,39 @@ void FormMDI::openPortfolio() {
 }
 
 FormVendes* FormMDI::openSales() {
-    return openScreen<FormVendes>(
-        [this] { return new FormVendes(ctx_, dialogs_, &reportJob(), reportOutput()); });
+    return openScreen<FormVendes>([this] {
+        auto* screen = new FormVendes(ctx_, dialogs_, &reportJob(), reportOutput());
+        connect(screen, &FormVendes::referencesRequested, this,
+                [this] { openMaster<frmReferencias>(); });
+        return screen;
+    });
+}
+
+// One window per type of document; it searches again whenever it comes back to the front,
+// so a document turned into another type is gone from it.
+void FormMDI::openDocumentInquiry(sales::DocType type) {
+    for (QMdiSubWindow* window : mdi_->subWindowList()) {
+        auto* open = qobject_cast<FormConsDOCS*>(window->widget());
+        if (open && open->type() == type) {
+            mdi_->setActiveSubWindow(window);
+            return;
+        }
+    }
+    FormConsDOCS* inquiry = nullptr;
+    try {
+        inquiry = new FormConsDOCS(ctx_, dialogs_, type, &reportJob(), reportOutput());
+    } catch (const store::StoreError& error) {
+        dialogs_.stop(error.message());
+        return;
+    }
+    connect(inquiry, &FormConsDOCS::statusChanged, this, &FormMDI::Barra_Estat);
+    connect(inquiry, &FormConsDOCS::modifyRequested, this, [this](sales::DocType t, qint64 number) {
+        if (FormVendes* screen = openSales()) screen->Modifica_Document(t, QString::number(number));
+    });
+    QMdiSubWindow* window = openChild(inquiry);
+    connect(mdi_, &QMdiArea::subWindowActivated, inquiry, [inquiry, window](QMdiSubWindow* active) {
+        if (active == window) inquiry->refreshLists();
+    });
 }
 
 FormCompres* FormMDI::openPurchases() {

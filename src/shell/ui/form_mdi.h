@@ -2,6 +2,7 @@
 // The main window of an open exercise: the band with the company, the menus and tool bar,
 // the working area where every screen opens as a child, and the status bar.
 #include <QMainWindow>
+#include "sales/document_type.h"
 
 #include <QHash>
 
@@ -110,6 +111,7 @@ private:
     template <class Screen, class Make>
     Screen* openScreen(Make make);
     void openSalesInquiry();
+    void openDocumentInquiry(sales::DocType type);
     void openPurchaseInquiry();
     void openProvisionInquiry();
     void openOtherMovementsInquiry();

@@ -48,7 +48,7 @@ protected:
     bool entryTyped() const override;
     void post() override { Contabilizar(); }
     void escape() override { Cancela_Moviment(); }
-    void reopen(std::int64_t) override {}
+    void reopen(std::int64_t, const QString&) override {}
 
 private:
     QComboBox* accountList(const QString& name, QWidget* partner);
