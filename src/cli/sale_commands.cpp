@@ -103,7 +103,8 @@ bool takeLines(Session& s, const CliOptions& o, SaleEntry& e) {
             line.iva = QString::number(*rate);
         }
         static const int messages[] = {0, 638, 6793, 6794};
-        if (const auto refusal = sales::checkLine(e, line); refusal != sales::LineRefusal::None) {
+        if (const auto refusal = sales::checkLine(ctx, e, line);
+            refusal != sales::LineRefusal::None) {
             s.dialogs.stop(Missatge(ctx, messages[static_cast<int>(refusal)]));
             return false;
         }

@@ -148,8 +148,8 @@ With treasury control only:
   other-movements NIF8 YYYY [--from D] [--to D] [--operator OP --amount A] [--account N]
                       number, date, concept, amount, account in, account out; --account
                       keeps the entries of one other account.
-Sales, as the sales screen enters them (not with the billing module, whose sales are
-documents with lines). Amounts as above; --day and --month are one or two digits.
+Sales, as the sales screen enters them. Amounts as above; --day and --month are one or two
+digits.
   post-sale NIF8 YYYY --day D [--month M] --customer NAME --account NAME --total AMOUNT
                   [--description TEXT] [--series /Abon|/Rect] [--rate R|otros]
                   [--irpf-base AMOUNT] [--irpf-percent P] [--irpf-amount AMOUNT]
@@ -190,6 +190,33 @@ documents with lines). Amounts as above; --day and --month are one or two digits
   sale-to-portfolio NIF8 YYYY NUMBER
                       (treasury control only) the sale's movements go and a receipt of its
                       whole total waits in the portfolio again (asks, needs --yes)
+Billing documents (billing module only). TYPE is invoice, draft, quote, proforma or
+delivery-note.
+  post-document NIF8 YYYY TYPE [the options of post-sale]
+                  [--line "QTY|CONCEPT|PRICE|DTO|RATE" ...]
+                  [--payment TEXT] [--bank-name TEXT] [--ccc TEXT]
+                      saves a new document as the billing tab does: each --line is added
+                      in order (discount and rate may be empty: 0), the bases, quotas and
+                      total follow from the lines, the payment terms come from the
+                      customer's commercial data unless given. Only an invoice is a sale
+                      with its treasury rows; the others take the next number of their
+                      type. post-sale takes --line too and is post-document invoice.
+  convert-document NIF8 YYYY TYPE NUMBER TO-TYPE [the options of post-document]
+                      opens the document and saves it as TO-TYPE: a quote, draft,
+                      proforma or delivery note turned into an invoice becomes a new sale
+                      and the source is gone; saved as its own type it keeps its number
+                      and its lines are replaced; --line adds lines.
+  documents NIF8 YYYY TYPE [--customer NAME] [--from DD/MM/YYYY] [--to DD/MM/YYYY]
+                      the inquiry of quotes, drafts, proformas or delivery notes: Id,
+                      date, customer, number, one a line, then the count. Dates left at
+                      the exercise's limits add no condition, so other years' documents
+                      show too.
+  document-remove NIF8 YYYY TYPE NUMBER
+                      deletes the document and its lines (asks, needs --yes); the counter
+                      stays, so the number is not given again
+  print-document NIF8 YYYY TYPE NUMBER --pdf FILE
+                      prints the document with the company's template (f01.rpt unless
+                      the billing settings name another) to a PDF file
 Purchases, as the purchases screen enters them. Amounts as above.
   post-purchase NIF8 YYYY --group GROUP --day D [--month M] --supplier NAME --account NAME
                   --total AMOUNT [--description TEXT] [--series /Abon|/Rect]

@@ -222,16 +222,20 @@ int Esborra_Document(const WorkingContext& ctx, DocType type, std::int64_t numbe
                      std::int64_t id) {
     Database db = Database::open(ctx.companyFile(schema::db::Fact));
     store::Transaction tx(db, store::Transaction::Kind::Immediate);
+    // The lines go with the header's own exercise: the list shows every year's documents,
+    // and a number of the open exercise may belong to another document.
+    auto header = db.prepare(QStringLiteral("select Ejercicio from documentos where Id = ?"));
+    header.bind(1, id);
+    if (!header.next()) return 0;
+    const std::int64_t exercise = header.int64(0);
+    header.reset();
     db.prepare(QStringLiteral("delete from detalle where %1 = ? and Ejercicio = ?")
                    .arg(docInfo(type).column))
         .bind(1, number)
-        .bind(2, exerciseOf(ctx))
+        .bind(2, exercise)
         .execute();
-    const int removed = db.prepare(QStringLiteral("delete from documentos where Id = ? and "
-                                                  "Ejercicio = ?"))
-                            .bind(1, id)
-                            .bind(2, exerciseOf(ctx))
-                            .execute();
+    const int removed =
+        db.prepare(QStringLiteral("delete from documentos where Id = ?")).bind(1, id).execute();
     tx.commit();
     return removed;
 }

@@ -56,8 +56,9 @@ std::optional<SaleEntry> openDocument(const WorkingContext& ctx, DocType type, s
 // its due date and commercial fields into the entry, which is marked as loaded as an invoice.
 void loadInvoiceDocument(const WorkingContext& ctx, std::int64_t number, SaleEntry& entry);
 
-// Esborra_Document: the lines of document `number` of `type` and the header row `id` of the
-// open exercise. The counter stays. Gives the header rows deleted.
+// Esborra_Document: the header row `id` and the lines of document `number` of `type` of the
+// header's own exercise (the inquiries list every exercise's documents, so the open one
+// could name another document's lines). The counter stays. Gives the header rows deleted.
 int Esborra_Document(const WorkingContext& ctx, DocType type, std::int64_t number, std::int64_t id);
 
 }  // namespace tallora::sales

@@ -40,8 +40,9 @@ QString Calcula_Linia(const WorkingContext& ctx, LineFields& line) {
     return line.importe;
 }
 
-LineRefusal checkLine(const SaleEntry& e, const LineFields& line) {
-    if (e.txtClient.isEmpty() || e.txtClient != e.listClientsText) return LineRefusal::Customer;
+LineRefusal checkLine(const WorkingContext& ctx, const SaleEntry& e, const LineFields& line) {
+    if (!isTickets(ctx) && (e.txtClient.isEmpty() || e.txtClient != e.listClientsText))
+        return LineRefusal::Customer;
     if (line.cantidad.trimmed().isEmpty()) return LineRefusal::Cantidad;
     if (line.precio.trimmed().isEmpty()) return LineRefusal::Precio;
     return LineRefusal::None;

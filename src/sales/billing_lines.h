@@ -42,7 +42,8 @@ QString Calcula_Linia(const WorkingContext& ctx, LineFields& line);
 
 // Why btnFacturacionAlta refuses a line: the message and the field the focus goes to.
 enum class LineRefusal { None, Customer /*638*/, Cantidad /*6793*/, Precio /*6794*/ };
-LineRefusal checkLine(const SaleEntry& entry, const LineFields& line);
+// A shop's exercise (TICKETS) has no customer to take.
+LineRefusal checkLine(const WorkingContext& ctx, const SaleEntry& entry, const LineFields& line);
 
 // btnFacturacionAlta after checkLine: empty discount and rate become "0" (the rate list's
 // first row), the concept is sanitised, the amount computed, and the line inserted, or

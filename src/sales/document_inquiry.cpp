@@ -54,7 +54,8 @@ std::vector<DocumentRow> Busca_Documents(const WorkingContext& ctx, DocType type
     replaceQuery(db, kind.dropName, kind.query, documentSelectionSql(ctx, type, filter));
     db.attach(ctx.exerciseFile(schema::db::Gest), QStringLiteral("gest"));
     auto st = db.prepare(QStringLiteral("select q.Id, q.Fecha, c.nom, q.%1 from %2 q left join "
-                                        "gest.clients c on c.client = q.Client")
+                                        "gest.clients c on c.client = q.Client "
+                                        "order by q.Fecha asc, q.Id asc")
                              .arg(docInfo(type).column, kind.query));
     std::vector<DocumentRow> rows;
     while (st.next())

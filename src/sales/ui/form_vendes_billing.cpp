@@ -353,7 +353,7 @@ void FormVendes::Calcula_Linia() {
 
 void FormVendes::btnFacturacionAlta() {
     sales::LineFields line = lineFields();
-    switch (sales::checkLine(entry(), line)) {
+    switch (sales::checkLine(ctx_, entry(), line)) {
         case sales::LineRefusal::Customer:
             dialogs_.information(m(638));
             focus(txtClient);

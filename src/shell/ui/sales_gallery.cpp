@@ -2,16 +2,22 @@
 
 #include "context/working_context.h"
 #include "report/report_job.h"
+#include "sales/billing_document.h"
+#include "sales/billing_lines.h"
 #include "sales/sale_entry.h"
+#include "sales/sale_posting.h"
+#include "sales/ui/form_cons_docs.h"
 #include "sales/ui/form_cons_out.h"
 #include "sales/ui/form_vendes.h"
 #include "schema/creation.h"
+#include "schema/upgrades.h"
 #include "store/database.h"
 #include "treasury/ui/form_cartera_recibos.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTableWidget>
 
 namespace tallora {
@@ -40,6 +46,68 @@ sales::SaleEntry typed(const WorkingContext& ctx, const QString& day, const QStr
 }
 
 enum class Stage { Fresh, Amounts, Receipt, Journal };
+
+// The sample with the billing module on and a few quotes of three lines saved.
+void billingExercise(WorkingContext& ctx) {
+    ctx.Tesoreria = true;
+    ctx.Facturacio = true;
+    schema::upgradeBilling(ctx);
+    sales::Verifica_Numeracion(ctx);
+    const char* customers[] = {"Construccions Puigdemunt, S.L.", "Jordi Casals Ferrer",
+                               "Fusteria Can Mas"};
+    int day = 2;
+    for (const char* customer : customers) {
+        sales::SaleEntry e = typed(ctx, QString::number(day), QString::fromUtf8(customer),
+                                   QStringLiteral("-"), QStringLiteral("0"));
+        day += 5;
+        e.listClientsText = e.txtClient;
+        e.listVendesText = e.txtTipus;
+        auto gest = store::Database::open(ctx.exerciseFile(schema::db::Gest));
+        auto st = gest.prepare(QStringLiteral("select client from clients where nom = ?"));
+        st.bind(1, e.txtClient);
+        if (st.next()) e.clientNumber = st.int64(0);
+        e.billing.type = sales::DocType::Presupuesto;
+        sales::clearLines(ctx);
+        const char* lines[][5] = {{"12", "Tablero de pino macizo 200 x 40 cm", "25,40", "5", "21"},
+                                  {"3", "Caja de tornillos 4 x 40 (200 u.)", "8,95", "", "21"},
+                                  {"2", "Manual de montaje", "12,00", "", "4"}};
+        for (const auto& l : lines) {
+            sales::LineFields f{QString(),
+                                QString::fromUtf8(l[0]),
+                                QString::fromUtf8(l[1]),
+                                QString::fromUtf8(l[2]),
+                                QString::fromUtf8(l[3]),
+                                QString::fromUtf8(l[4]),
+                                QString()};
+            sales::saveLine(ctx, e, f);
+        }
+        e.reEnabled = sales::Client_RE(ctx, e.txtClient);
+        sales::sumLines(ctx, e, e.reEnabled);
+        if (const auto account = sales::Verifica_compte_venda(ctx, e.txtTipus))
+            sales::GrabaApunt(ctx, e, *account);
+    }
+    sales::clearLines(ctx);
+}
+
+enum class BillingStage { Lines, References };
+
+GalleryScreen billingScreen(const QString& name, BillingStage stage,
+                            std::function<void(WorkingContext&)> openExercise, Dialogs& dialogs) {
+    return {name, [stage, openExercise, &dialogs](WorkingContext& ctx) {
+                openExercise(ctx);
+                billingExercise(ctx);
+                auto screen = std::make_unique<FormVendes>(ctx, dialogs);
+                screen->resize(1024, 700);
+                // The first quote, opened: its option stands in the colour of the type loaded.
+                screen->Modifica_Document(sales::DocType::Presupuesto, QStringLiteral("1"));
+                if (stage == BillingStage::References) {
+                    screen->findChild<QPushButton*>(QStringLiteral("FacRef_Muestra"))->click();
+                    screen->findChild<QLineEdit*>(QStringLiteral("FacRef_txtReferencia"))
+                        ->setText(QStringLiteral("TAB-200"));
+                }
+                return std::unique_ptr<QWidget>(std::move(screen));
+            }};
+}
 
 GalleryScreen salesScreen(const QString& name, Stage stage,
                           std::function<void(WorkingContext&)> openExercise, Dialogs& dialogs) {
@@ -90,6 +158,19 @@ void addSalesScreens(std::vector<GalleryScreen>& screens,
         salesScreen(QStringLiteral("FormVendes_receipt"), Stage::Receipt, openExercise, dialogs));
     screens.push_back(
         salesScreen(QStringLiteral("FormVendes_journal"), Stage::Journal, openExercise, dialogs));
+    screens.push_back(billingScreen(QStringLiteral("FormVendes_billing"), BillingStage::Lines,
+                                    openExercise, dialogs));
+    screens.push_back(billingScreen(QStringLiteral("FormVendes_billing_references"),
+                                    BillingStage::References, openExercise, dialogs));
+    screens.push_back(
+        {QStringLiteral("FormConsDOCS_Pre"), [openExercise, &dialogs](WorkingContext& ctx) {
+             openExercise(ctx);
+             billingExercise(ctx);
+             auto screen =
+                 std::make_unique<FormConsDOCS>(ctx, dialogs, sales::DocType::Presupuesto);
+             screen->resize(900, 520);
+             return std::unique_ptr<QWidget>(std::move(screen));
+         }});
     // After the postings above, the sales left pending wait in the portfolio.
     screens.push_back(
         {QStringLiteral("FormCarteraRecibos"), [openExercise, &dialogs](WorkingContext& ctx) {
