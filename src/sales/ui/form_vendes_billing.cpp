@@ -90,7 +90,9 @@ QWidget* FormVendes::buildTypeOptions() {
         auto* key =
             new QShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + i)), this);
         key->setContext(Qt::WidgetWithChildrenShortcut);
-        connect(key, &QShortcut::activated, option, [option] { option->setChecked(true); });
+        connect(key, &QShortcut::activated, option, [this, option] {
+            if (ctx_.Facturacio) option->setChecked(true);
+        });
     }
     row->addStretch(1);
     TabFacturacion = new QTabBar(typeOptions_);
@@ -423,6 +425,9 @@ void FormVendes::eliminaLinia() {
 
 // The line fields cleared; with the entry's head typed, the lines tab in front again.
 void FormVendes::netejaLinia() {
+    // Cleared without recomputing, so that the amount stays empty too.
+    const QSignalBlocker b1(txtFacturacionCantidad), b2(txtFacturacionPrecio),
+        b3(txtFacturacionDto), b4(txtFacturacionIVA);
     for (QLineEdit* f : {txtFacturacionCantidad, txtFacturacionConcepto, txtFacturacionPrecio,
                          txtFacturacionDto, txtFacturacionImporte})
         f->clear();
@@ -483,7 +488,8 @@ bool FormVendes::lineEnterPressed(QWidget* w) {
     if (w == txtFacturacionCantidad) {
         if (!txtFacturacionCantidad->text().isEmpty()) {
             focus(txtFacturacionConcepto);
-        } else if (GridFacturacion->rowCount() > 0) {
+        } else if (GridFacturacion->rowCount() > 0 && txtFacturacionID->text().isEmpty()) {
+            // No more lines: the document is saved (never while a line is being changed).
             GrabaApunt();
         } else {
             beep();
@@ -517,6 +523,11 @@ bool FormVendes::lineUpPressed(QWidget* w) {
 }
 
 void FormVendes::FacRef_Muestra() {
+    // The lines belong to an entry whose head is typed, as the tab bar asks.
+    if (txtTipus->text().isEmpty()) {
+        beep();
+        return;
+    }
     showPanel(FrameFacturacion);
     FacRef_frame->show();
     focus(FacRef_txtReferencia);
@@ -524,7 +535,10 @@ void FormVendes::FacRef_Muestra() {
 
 void FormVendes::FacRef_Busca() {
     const QString code = FacRef_txtReferencia->text().trimmed();
-    if (code.isEmpty()) return;
+    if (code.isEmpty()) {
+        beep();
+        return;
+    }
     std::optional<master::PriceReference> found;
     try {
         found = master::referenceByCode(ctx_, code);

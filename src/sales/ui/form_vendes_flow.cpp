@@ -50,7 +50,8 @@ void FormVendes::escape() {
     // A line half typed is dropped first.
     if (ctx_.Facturacio && work_->currentWidget() == FrameFacturacion &&
         !(txtFacturacionCantidad->text().isEmpty() && txtFacturacionConcepto->text().isEmpty() &&
-          txtFacturacionPrecio->text().isEmpty())) {
+          txtFacturacionPrecio->text().isEmpty() && txtFacturacionDto->text().isEmpty() &&
+          txtFacturacionID->text().isEmpty())) {
         netejaLinia();
         focus(txtFacturacionCantidad);
         return;

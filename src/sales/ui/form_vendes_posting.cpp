@@ -270,6 +270,7 @@ void FormVendes::Modifica_Venda(const QString& number, bool fromJournal) {
             opFacturacion_[0]->setChecked(true);
         }
         setLoadedAs(sales::DocType::Factura);
+        typeSelected();
         if (loaded->entry.venciment.isValid())
             DtFacturacionVencimiento->setDate(loaded->entry.venciment);
         OMPLE_GRID_Detall(false);

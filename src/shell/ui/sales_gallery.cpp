@@ -53,6 +53,13 @@ void billingExercise(WorkingContext& ctx) {
     ctx.Facturacio = true;
     schema::upgradeBilling(ctx);
     sales::Verifica_Numeracion(ctx);
+    // The screens of both languages share the exercise: the quotes are saved once.
+    {
+        auto fact = store::Database::open(ctx.companyFile(schema::db::Fact));
+        auto saved =
+            fact.prepare(QStringLiteral("select 1 from documentos where Presupuesto <> 0"));
+        if (saved.next()) return;
+    }
     const char* customers[] = {"Construccions Puigdemunt, S.L.", "Jordi Casals Ferrer",
                                "Fusteria Can Mas"};
     int day = 2;

@@ -12,7 +12,6 @@
 
 #include <QAction>
 #include <QComboBox>
-#include <QHeaderView>
 #include <QTableWidget>
 #include <QToolBar>
 
@@ -49,10 +48,10 @@ public:
     static sales::SalesAccount ventas() { return {700, "Ventas", 7000001, "Ventas mercaderias"}; }
 
     // A new document of `kind` on day/month of 2026 for a customer, with one line of
-    // `concept` (1 x 100,00 at 21 %), saved as the sales screen saves it: its number, or -1
-    // when the save failed.
+    // `text` as its one line (1 x 100,00 at 21 %), saved as the sales screen saves it: its number,
+    // or -1 when the save failed.
     std::int64_t save(DocType kind, int day, int month, std::int64_t client, const QString& name,
-                      const QString& concept) {
+                      const QString& text) {
         sales::clearLines(ctx);
         sales::SaleEntry e;
         e.txtDia = QString::number(day);
@@ -66,7 +65,7 @@ public:
         e.billing.type = kind;
         sales::LineFields line;
         line.cantidad = QStringLiteral("1");
-        line.concepto = concept;
+        line.concepto = text;
         line.precio = QStringLiteral("100");
         line.iva = QStringLiteral("21");
         sales::saveLine(ctx, e, line);
@@ -210,8 +209,9 @@ private slots:
         FormConsDOCS form(x.ctx, x.dialogs, DocType::Presupuesto);
         show(form);
         std::vector<std::pair<DocType, qint64>> requested;
-        QObject::connect(&form, &FormConsDOCS::modifyRequested,
-                         [&](DocType kind, qint64 number) { requested.emplace_back(kind, number); });
+        QObject::connect(&form, &FormConsDOCS::modifyRequested, [&](DocType kind, qint64 number) {
+            requested.emplace_back(kind, number);
+        });
         form.grid()->setFocus();
         form.grid()->selectRow(1);
         enter(&form);

@@ -2,11 +2,11 @@
 // sums, the exempt line, a quote reopened and turned into an invoice, a line changed and
 // deleted, Esc on a half-typed line, the price references, a proforma printed to a PDF file,
 // and the screen without the billing option.
-#include "sales/ui/form_vendes.h"
 #include "../../master/ui/screen_fixture.h"
 #include "context/messages.h"
 #include "report/report_job.h"
 #include "sales/document_type.h"
+#include "sales/ui/form_vendes.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -134,13 +134,13 @@ private:
         QCOMPARE(child<QTabBar>(&form, "TabFacturacion")->currentIndex(), 1);
     }
     // Quantity, concept, price and discount with Enter after each; the focus ends on the rate.
-    void typeLine(FormVendes& form, const QString& quantity, const QString& concept,
+    void typeLine(FormVendes& form, const QString& quantity, const QString& text,
                   const QString& price, const QString& discount) {
         QCOMPARE(focusName(&form), QStringLiteral("txtFacturacionCantidad"));
         type(&form, quantity);
         enter(&form);
         QCOMPARE(focusName(&form), QStringLiteral("txtFacturacionConcepto"));
-        type(&form, concept);
+        type(&form, text);
         enter(&form);
         QCOMPARE(focusName(&form), QStringLiteral("txtFacturacionPrecio"));
         type(&form, price);
@@ -226,9 +226,9 @@ void FormVendesBillingTest::invoiceOfThreeRates() {
     rateByDigit(form, "4");
     QCOMPARE(rate(&form), QStringLiteral("4"));
     addLine(form, x);
-    QCOMPARE(gridLines(&form), (QStringList{"Tablero|2,000|50,00|0,00|21|100,00",
-                                            "Barniz|1,000|30,00|0,00|10|30,00",
-                                            "Lija|4,000|5,00|0,00|4|20,00"}));
+    QCOMPARE(gridLines(&form),
+             (QStringList{"Tablero|2,000|50,00|0,00|21|100,00", "Barniz|1,000|30,00|0,00|10|30,00",
+                          "Lija|4,000|5,00|0,00|4|20,00"}));
     QCOMPARE(bases(&form), (QStringList{"100,00", "30,00", "20,00"}));
     QCOMPARE(text(&form, "txtIVA3"), QStringLiteral("0,80"));
     QCOMPARE(text(&form, "txtTotal"), QStringLiteral("174,80"));
@@ -363,7 +363,8 @@ void FormVendesBillingTest::quoteReopenedBecomesAnInvoice() {
     QCOMPARE(text(&form, "txtTotal"), QStringLiteral("60,50"));
     auto* quote = option(&form, "OpFacturacionPresupuesto");
     QVERIFY(quote->isChecked());
-    QVERIFY2(quote->styleSheet().contains(QStringLiteral("#c00000")), qPrintable(quote->styleSheet()));
+    QVERIFY2(quote->styleSheet().contains(QStringLiteral("#c00000")),
+             qPrintable(quote->styleSheet()));
     for (const char* name : kOptions)
         if (QByteArray(name) != "OpFacturacionPresupuesto")
             QVERIFY2(option(&form, name)->styleSheet().contains(QStringLiteral("#000080")), name);
@@ -447,8 +448,7 @@ void FormVendesBillingTest::lineChangedAndDeleted() {
 
     enter(&form);
     QCOMPARE(x.dialogs.shown().size(), std::size_t{2});
-    QCOMPARE(x.sales("TOTAL, Base1, Iva1, Base2, Iva2"),
-             QStringList{"1815000|1500000|315000|0|0"});
+    QCOMPARE(x.sales("TOTAL, Base1, Iva1, Base2, Iva2"), QStringList{"1815000|1500000|315000|0|0"});
     QCOMPARE(x.fact("select concepto, unidades, importe from detalle"),
              QStringList{"Tablero|3.0|1500000"});
 }
