@@ -4,7 +4,6 @@
 #include "notation.h"
 
 namespace tallora::settings {
-namespace {
 
 QString fileIn(const QString& folder, const QString& name) {
     return findFileNoCase(withTrailingSlash(folder), name);
@@ -19,8 +18,6 @@ std::optional<NotationReader> reader(const QString& folder, const QString& name)
 bool write(const QString& folder, const QString& name, const NotationWriter& w) {
     return writeTextFile(fileIn(folder, name), w.result());
 }
-
-}  // namespace
 
 FactMod readFactMod(const QString& companyFolder) {
     FactMod value;

@@ -2,12 +2,20 @@
 // The two small files of a company's billing: fact_mod.cfg (the option, the invoice
 // template and the copies) and fact_da.tos (the heading of its documents). The settings
 // screen writes them; printing a document reads them.
+#include "notation.h"
+
 #include <QString>
 
 #include <array>
 #include <optional>
 
 namespace tallora::settings {
+
+// The settings files of a folder, found without regard to case, read and written whole in
+// the quoted comma notation: what every settings file shares.
+QString fileIn(const QString& folder, const QString& name);
+std::optional<NotationReader> reader(const QString& folder, const QString& name);
+bool write(const QString& folder, const QString& name, const NotationWriter& w);
 
 // fact_mod.cfg of a company: the billing flag, the invoice model and the copies.
 struct FactMod {

@@ -8,16 +8,6 @@
 namespace tallora::settings {
 namespace {
 
-QString fileIn(const QString& folder, const QString& name) {
-    return findFileNoCase(withTrailingSlash(folder), name);
-}
-
-std::optional<NotationReader> reader(const QString& folder, const QString& name) {
-    auto content = readTextFile(fileIn(folder, name));
-    if (!content) return std::nullopt;
-    return NotationReader(*content);
-}
-
 std::optional<int> readNumber(const QString& folder, const QString& name) {
     auto r = reader(folder, name);
     if (!r) return std::nullopt;
@@ -32,10 +22,6 @@ std::optional<bool> readBoolean(const QString& folder, const QString& name) {
     if (!r) return std::nullopt;
     const auto item = r->next();
     return item ? item->toBool() : std::nullopt;
-}
-
-bool write(const QString& folder, const QString& name, const NotationWriter& w) {
-    return writeTextFile(fileIn(folder, name), w.result());
 }
 
 }  // namespace
