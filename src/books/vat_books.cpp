@@ -1,5 +1,6 @@
 #include "vat_books.h"
 
+#include "book_formulas.h"
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/working_context.h"
@@ -24,24 +25,6 @@ bool tickets(const WorkingContext& ctx) {
 
 void progress(const BookRequest& r, int value) {
     if (r.progress) r.progress(value);
-}
-
-class Formulas {
-public:
-    Formulas(ReportJob& job, const WorkingContext& ctx) : job_(job), ctx_(ctx) {}
-    Formulas& text(const char* name, const QString& value) {
-        report::appendFormula(job_, textFormula(QString::fromLatin1(name), value));
-        return *this;
-    }
-    Formulas& message(const char* name, int n) { return text(name, Missatge(ctx_, n)); }
-
-private:
-    ReportJob& job_;
-    const WorkingContext& ctx_;
-};
-
-QString printDate(const QDate& d) {
-    return d.toString(QStringLiteral("dd/MM/yyyy"));
 }
 
 // Nom, NIF, lbl_ejercicio, periode: the head of every book.

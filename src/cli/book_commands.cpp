@@ -1,5 +1,8 @@
 // book: a book of the books dialog printed to a PDF file, or its rows and footer summary as
 // text, through the dialog's own launch: the same period check, rebuild and formulas.
+#include "books/ledger_reports.h"
+#include "books/operating_statement.h"
+#include "books/trial_balance.h"
 #include "books/vat_books.h"
 #include "commands.h"
 #include "inquiry_options.h"
@@ -26,7 +29,8 @@ Book bookArgument(const QString& name, bool irpf) {
     if (n == u"provisions") return Book::Provisions;
     if (n == u"347") return Book::Declaration;
     throw UsageError{QStringLiteral("\"%1\" is not a book: sales, purchases, purchases-vat, "
-                                    "investments, provisions, 347")
+                                    "investments, provisions, 347, ledger-customers, "
+                                    "ledger-suppliers, ledger-expenses, ledger-sales")
                          .arg(name)};
 }
 
@@ -50,9 +54,114 @@ int monthOption(const CliOptions& o, const QString& name, int fallback) {
     }
 }
 
+// The extracts of the "listados" tab: ledger-customers and ledger-suppliers (with --party and
+// --invoices), ledger-expenses, ledger-sales.
+std::optional<books::Extract> extractArgument(const QString& name) {
+    const QString n = name.toLower();
+    if (n == u"ledger-customers") return books::Extract::Customers;
+    if (n == u"ledger-suppliers") return books::Extract::Suppliers;
+    if (n == u"ledger-expenses") return books::Extract::Expenses;
+    if (n == u"ledger-sales") return books::Extract::Sales;
+    return std::nullopt;
+}
+
+int ledgerCommand(Session& s, const CliOptions& o, books::Extract extract) {
+    const ExerciseWords w{o.arguments[1], yearArgument(o.arguments[2])};
+    const bool text = o.flags.contains(QStringLiteral("text"));
+    const QString pdf = o.value(QStringLiteral("pdf"));
+    if (text == !pdf.isEmpty())
+        throw UsageError{QStringLiteral("give either --pdf FILE or --text")};
+    const bool parties =
+        extract == books::Extract::Customers || extract == books::Extract::Suppliers;
+    for (const char* option : {"from", "to", "series", "irpf"})
+        if (o.given(QString::fromLatin1(option)))
+            throw UsageError{QStringLiteral("--%1: the extracts cover the year")
+                                 .arg(QString::fromLatin1(option))};
+    if (!parties && (o.given(QStringLiteral("party")) || o.given(QStringLiteral("invoices"))))
+        throw UsageError{
+            QStringLiteral("--party and --invoices go with ledger-customers and "
+                           "ledger-suppliers")};
+    books::LedgerRequest request;
+    request.extract = extract;
+    request.ledger = !o.flags.contains(QStringLiteral("invoices"));
+    if (o.given(QStringLiteral("party")))
+        request.party = numberArgument(o.value(QStringLiteral("party"))).toLongLong();
+    request.printDate = dateOption(o, QStringLiteral("date"), QDate::currentDate());
+    request.print = {report::Destination::File, pdf};
+    if (!enterMasterFiles(s, w)) return kRefused;
+    if (text) {
+        for (const QString& line : books::ledgerRows(s.ctx, request)) s.out << line << '\n';
+        return s.finish(true);
+    }
+    report::ReportJob job;
+    return s.finish(books::launchLedger(s.ctx, s.dialogs, job, nullptr, request).ok());
+}
+
+int trialBalanceCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w{o.arguments[1], yearArgument(o.arguments[2])};
+    const bool text = o.flags.contains(QStringLiteral("text"));
+    const QString pdf = o.value(QStringLiteral("pdf"));
+    if (text == !pdf.isEmpty())
+        throw UsageError{QStringLiteral("give either --pdf FILE or --text")};
+    for (const char* option : {"from", "to", "series", "irpf", "party", "invoices"})
+        if (o.given(QString::fromLatin1(option)))
+            throw UsageError{QStringLiteral("--%1: the summary of balances covers the exercise")
+                                 .arg(QString::fromLatin1(option))};
+    const QDate date = dateOption(o, QStringLiteral("date"), QDate::currentDate());
+    if (!enterMasterFiles(s, w)) return kRefused;
+    if (text) {
+        const auto totals = books::Genera_Saldos(s.ctx, s.dialogs);
+        if (!totals) return kRefused;
+        for (const QString& line : books::trialBalanceRows(s.ctx, *totals)) s.out << line << '\n';
+        return s.finish(true);
+    }
+    report::ReportJob job;
+    return s.finish(books::launchTrialBalance(s.ctx, s.dialogs, job, nullptr, date,
+                                              {report::Destination::File, pdf})
+                        .ok());
+}
+
+int operatingStatementCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w{o.arguments[1], yearArgument(o.arguments[2])};
+    const bool text = o.flags.contains(QStringLiteral("text"));
+    const QString pdf = o.value(QStringLiteral("pdf"));
+    if (text == !pdf.isEmpty())
+        throw UsageError{QStringLiteral("give either --pdf FILE or --text")};
+    for (const char* option : {"series", "irpf", "party", "invoices"})
+        if (o.given(QString::fromLatin1(option)))
+            throw UsageError{QStringLiteral("--%1: the operating statement has no such choice")
+                                 .arg(QString::fromLatin1(option))};
+    books::OperatingRequest request;
+    if (o.given(QStringLiteral("level"))) {
+        const QString level = o.value(QStringLiteral("level"));
+        if (level != u"1" && level != u"2" && level != u"3")
+            throw UsageError{QStringLiteral("--level: \"%1\" is not 1, 2 or 3").arg(level)};
+        request.level = level.toInt();
+    }
+    request.fromMonth = monthOption(o, QStringLiteral("from"), 1);
+    request.toMonth = monthOption(o, QStringLiteral("to"), 12);
+    request.printDate = dateOption(o, QStringLiteral("date"), QDate::currentDate());
+    request.print = {report::Destination::File, pdf};
+    if (!enterMasterFiles(s, w)) return kRefused;
+    if (text) {
+        if (!books::prepareOperatingStatement(s.ctx, s.dialogs, request)) return kRefused;
+        for (const QString& line : books::operatingStatementRows(s.ctx)) s.out << line << '\n';
+        return s.finish(true);
+    }
+    report::ReportJob job;
+    return s.finish(books::launchOperatingStatement(s.ctx, s.dialogs, job, nullptr, request).ok());
+}
+
 }  // namespace
 
 int bookCommand(Session& s, const CliOptions& o) {
+    if (const auto extract = extractArgument(o.arguments[0])) return ledgerCommand(s, o, *extract);
+    if (o.arguments[0].compare(QStringLiteral("trial-balance"), Qt::CaseInsensitive) == 0)
+        return trialBalanceCommand(s, o);
+    if (o.arguments[0].compare(QStringLiteral("operating-statement"), Qt::CaseInsensitive) == 0)
+        return operatingStatementCommand(s, o);
+    if (o.given(QStringLiteral("level")))
+        throw UsageError{QStringLiteral("--level goes with operating-statement")};
     const bool irpf = o.flags.contains(QStringLiteral("irpf"));
     const Book book = bookArgument(o.arguments[0], irpf);
     const ExerciseWords w{o.arguments[1], yearArgument(o.arguments[2])};

@@ -201,7 +201,9 @@ const std::vector<Command>& commands() {
         {"sale-to-portfolio", "NIF8 YYYY NUMBER", 3, 3, {}, saleToPortfolioCommand},
         {"sample-exercise", "NIF8 YYYY", 2, 2, {"invoices", "seed"}, sampleExerciseCommand},
         {"book", "NAME NIF8 YYYY", 3, 3,
-         QStringList{"from", "to", "series", "irpf", "date", "pdf", "text"}, bookCommand},
+         QStringList{"from", "to", "series", "irpf", "date", "pdf", "text", "party", "invoices",
+                     "level"},
+         bookCommand},
     };
     return table;
 }

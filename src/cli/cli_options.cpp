@@ -44,6 +44,7 @@ const std::map<QString, bool>& knownOptions() {
         o.insert({{"empty", false}, {"open", false}});
         // The books.
         o.insert({{"series", true}, {"irpf", false}, {"pdf", true}, {"text", false}});
+        o.emplace(QStringLiteral("level"), true);
         // The sample exercise.
         o.insert({{"invoices", true}, {"seed", true}});
         // Billing documents: their lines and their commercial fields.
@@ -51,6 +52,13 @@ const std::map<QString, bool>& knownOptions() {
         return o;
     }();
     return options;
+}
+
+// --invoices is the count of invoices of sample-exercise, and in the command book (named
+// before it) the flag that asks for the list of invoices rather than the ledger.
+bool takesValue(const CliOptions& options, const QString& name, bool known) {
+    if (name == u"invoices" && options.command == u"book") return false;
+    return known;
 }
 
 // Options that may be given more than once: each gives one more value.
@@ -115,7 +123,7 @@ CliOptions parseCommandLine(const QStringList& args) {
         if (options.given(name) && !repeatable(name))
             throw UsageError{QStringLiteral("option --%1 given twice").arg(name)};
         const bool inlineValue = m.hasCaptured(2);
-        if (!known->second) {
+        if (!takesValue(options, name, known->second)) {
             if (inlineValue)
                 throw UsageError{QStringLiteral("option --%1 takes no value").arg(name)};
             options.flags.insert(name);

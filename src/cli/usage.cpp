@@ -298,6 +298,24 @@ summary, one "name<TAB>value" a line):
                       rebuilt. --irpf gives the withholding list by customer (sales) or by
                       supplier (purchases; it reads the journal as the last purchases book
                       left it). --date is the print date (default today).
+  book ledger-customers|ledger-suppliers NIF8 YYYY [--party NUMBER] [--invoices]
+                  [--date DD/MM/YYYY] (--pdf FILE | --text)
+  book ledger-expenses|ledger-sales NIF8 YYYY [--date DD/MM/YYYY] (--pdf FILE | --text)
+                      the extracts: a customer's or supplier's account with its running
+                      balance (one party with --party, else all; with treasury control it
+                      is rebuilt from the opening balance, the invoices and the movements,
+                      without it the last one built is printed), or with --invoices the
+                      list of their invoices; every purchase by expense account; every sale
+                      by income account. --text prints the rows, one a line.
+  book operating-statement NIF8 YYYY [--from M] [--to M] [--level 1|2|3]
+                  [--date DD/MM/YYYY] (--pdf FILE | --text)
+                      the profit and loss of the months from --from to --to, month by
+                      month: by account (level 1, the default), by type (2) or by group (3).
+                      It first makes every purchase's exempt part the share of its total
+                      that no base and no IVA explain.
+  book trial-balance NIF8 YYYY [--date DD/MM/YYYY] (--pdf FILE | --text)
+                      (treasury control only) the summary of balances: one line a large
+                      group of accounts with its debit or credit balance, then the totals.
 With the billing module only (the references belong to the company):
   references NIF8 YYYY
                       code, description, price

@@ -4,7 +4,9 @@
 #include "../report/report_fixture.h"
 #include "cli_fixture.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 using namespace tallora;
 using tallora::clitest::Result;
@@ -125,4 +127,46 @@ TEST_F(cliBooks, WrongWordsAreUsageErrors) {
         const Result r = book(words.first(), words.mid(1));
         EXPECT_EQ(r.code, 2) << words.join(u' ').toStdString() << '\n' << r;
     }
+}
+
+TEST_F(cliBooks, TheCustomersLedgerRunsItsBalanceFromTheOpening) {
+    open();
+    postSale("15", "1", "121,00");
+    postSale("20", "2", "242,00");
+    const Result r = book("ledger-customers", {"--party", "1", "--text"});
+    ASSERT_EQ(r.code, 0) << r;
+    // Without treasury control the ledger is not rebuilt: mayor is as the exercise left it.
+    EXPECT_EQ(r.out, "cuenta\tnombrecuenta\tdata\tcontrapartida\tdocumento\tD\tH\tsaldo\n") << r;
+    const Result list = book("ledger-customers", {"--invoices", "--text"});
+    ASSERT_EQ(list.code, 0) << list;
+    EXPECT_TRUE(list.out.contains(
+        "\t15/01/2025\t1\tColmado Ruiz\t1\t70\t700 Ventas de mercaderías\t121,00\n"))
+        << list;
+    EXPECT_TRUE(list.out.contains("\t242,00\n")) << list;
+}
+
+TEST_F(cliBooks, WithTreasuryTheCustomersLedgerIsBuiltAndPrinted) {
+    createCompany("Fusteria Pons", "B12345678", true);
+    createExercise(K, Y, {"--iva1", "21", "--iva2", "10", "--iva3", "4"});
+    ASSERT_EQ(run({"exercise-open", K, Y}).code, 0);
+    ASSERT_EQ(on("customer-add", {"--name", "Colmado Ruiz", "--balance", "100"}).code, 0);
+    postSale("15", "1", "50,00");
+    const Result r = book("ledger-customers", {"--text"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_EQ(r.out.split(u'\n').mid(1, 2),
+              (QStringList{"1\tColmado Ruiz\t01/01/2025\t-\tSaldo inicial ...\t0,00\t0,00\t100,00",
+                           "1\tColmado Ruiz\t15/01/2025\t700.1 - 700 Ventas de mercaderías\t"
+                           "N/fra. 1\t50,00\t0,00\t150,00"}))
+        << r;
+    const QString pdf = QDir(unit.path()).filePath("mayor.pdf");
+    const Result printed = book("ledger-customers", {"--pdf", pdf});
+    EXPECT_EQ(printed.code, 0) << printed;
+    EXPECT_GT(QFileInfo(pdf).size(), 0);
+}
+
+TEST_F(cliBooks, TheExtractsRefuseWordsThatAreNotTheirs) {
+    open();
+    EXPECT_EQ(book("ledger-sales", {"--party", "1", "--text"}).code, 2);
+    EXPECT_EQ(book("ledger-expenses", {"--from", "3", "--text"}).code, 2);
+    EXPECT_EQ(book("ledger-customers", {}).code, 2);
 }

@@ -1,6 +1,9 @@
 #include "form_llibres.h"
 
 #include "books/customer_listings.h"
+#include "books/ledger_reports.h"
+#include "books/operating_statement.h"
+#include "books/trial_balance.h"
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/working_context.h"
@@ -294,9 +297,9 @@ QWidget* FormLLibres::informesTab() {
     auto* pig = button("btnPiG", Missatge(ctx_, 6013), page);
     auto* decl = button("btn500", Missatge(ctx_, 6019), page);
     auto* saldos = button("btnSaldos", QStringLiteral("Informe de saldos"), page);
-    pig->setEnabled(false);
-    saldos->setEnabled(false);
+    connect(pig, &QPushButton::clicked, this, &FormLLibres::btnPiG);
     connect(decl, &QPushButton::clicked, this, &FormLLibres::btn500);
+    connect(saldos, &QPushButton::clicked, this, &FormLLibres::btnSaldos);
     buttons->addWidget(pig, 0, 0);
     buttons->addWidget(decl, 0, 1);
     buttons->addWidget(saldos, 0, 2);
@@ -364,7 +367,7 @@ QWidget* FormLLibres::listadosTab() {
     e->addWidget(FrameExtCli, 3, 1);
     e->setColumnStretch(1, 1);
     auto* go = button("btnMajorPro", Missatge(ctx_, 6012), extracts);
-    go->setEnabled(false);
+    connect(go, &QPushButton::clicked, this, &FormLLibres::btnMajorPro);
     e->addWidget(go, 4, 1, Qt::AlignRight);
     v->addWidget(extracts);
     v->addStretch(1);
@@ -482,6 +485,55 @@ void FormLLibres::btnSuplidos() {
 
 void FormLLibres::btn500() {
     launch(Book::Declaration, request(OpIniciE, OpFinalE));
+}
+
+// The extract of the option in force; a ledger only with OpCliMayor or OpProMayor on, the
+// party chosen by the list's row.
+void FormLLibres::btnMajorPro() {
+    const books::BookRequest r = request(OpIniciE, OpFinalE);
+    books::LedgerRequest l;
+    l.extract = OpExt4->isChecked()   ? books::Extract::Customers
+                : OpExt3->isChecked() ? books::Extract::Suppliers
+                : OpExt2->isChecked() ? books::Extract::Sales
+                                      : books::Extract::Expenses;
+    const bool customers = l.extract == books::Extract::Customers;
+    l.ledger = customers ? OpCliMayor->isChecked() : OpProMayor->isChecked();
+    const QComboBox* party = customers ? CmbClients : CmbProveidors;
+    if (party->currentIndex() >= 0) l.party = party->currentData().toLongLong();
+    l.printDate = r.printDate;
+    l.print = r.print;
+    busy([&] {
+        r.progress(10);
+        books::launchLedger(ctx_, dialogs_, job_, pointerFree_.get(), l);
+    });
+}
+
+void FormLLibres::btnPiG() {
+    const books::BookRequest r = request(OpIniciE, OpFinalE);
+    if (!books::checkPeriod(ctx_, dialogs_, r.fromMonth, r.toMonth)) return;
+    books::OperatingRequest o;
+    o.level = OpE3->isChecked() ? 3 : OpE2->isChecked() ? 2 : 1;
+    o.fromMonth = r.fromMonth;
+    o.toMonth = r.toMonth;
+    o.printDate = r.printDate;
+    o.print = r.print;
+    busy([&] {
+        r.progress(10);
+        books::launchOperatingStatement(ctx_, dialogs_, job_, pointerFree_.get(), o);
+    });
+}
+
+void FormLLibres::btnSaldos() {
+    const books::BookRequest r = request(OpIniciE, OpFinalE);
+    // Without treasury control the refusal is told before anything greys.
+    if (!ctx_.Tesoreria) {
+        books::Genera_Saldos(ctx_, dialogs_);
+        return;
+    }
+    busy([&] {
+        r.progress(10);
+        books::launchTrialBalance(ctx_, dialogs_, job_, pointerFree_.get(), r.printDate, r.print);
+    });
 }
 
 void FormLLibres::btnLListatClients() {

@@ -7,8 +7,9 @@
 //
 // A launch greys the tabs and the destination and shows the wait pointer until it is over,
 // however it ends; the print dialog it may open stays usable and shows the normal pointer.
-// A refused period is told first, with nothing greyed. The operating statement, the trial balance
-// and the ledgers (btnPiG, btnSaldos, btnMajorPro) stand in their places but do not act yet.
+// A refused period is told first, with nothing greyed. btnMajorPro prints the extract of the
+// option in force (books/ledger_reports.h), btnPiG the operating statement
+// (books/operating_statement.h), btnSaldos the summary of balances (books/trial_balance.h).
 //
 // Keys: Tab moves along, Enter on a button runs it, Esc closes, F1 opens help "libros".
 #include "books/vat_books.h"
@@ -69,6 +70,9 @@ private:
     books::Series series(const QButtonGroup* group) const;
     books::BookRequest request(const QComboBox* from, const QComboBox* to) const;
     void launch(books::Book book, books::BookRequest request);
+    void btnMajorPro();
+    void btnSaldos();
+    void btnPiG();
     void printListing(bool customers);
     // Runs `work` with the form disabled and the wait pointer, both restored after it.
     void busy(const std::function<void()>& work);
