@@ -54,6 +54,23 @@ int monthOption(const CliOptions& o, const QString& name, int fallback) {
     }
 }
 
+// --pdf FILE or --text, exactly one: the PDF file's path, empty for text.
+QString pdfOrText(const CliOptions& o) {
+    const bool text = o.flags.contains(QStringLiteral("text"));
+    const QString pdf = o.value(QStringLiteral("pdf"));
+    if (text == !pdf.isEmpty())
+        throw UsageError{QStringLiteral("give either --pdf FILE or --text")};
+    return pdf;
+}
+
+// The options a statement has no use for, refused with `why`.
+void refuseOptions(const CliOptions& o, std::initializer_list<const char*> options,
+                   const QString& why) {
+    for (const char* option : options)
+        if (o.given(QString::fromLatin1(option)))
+            throw UsageError{QStringLiteral("--%1: %2").arg(QString::fromLatin1(option), why)};
+}
+
 // The extracts of the "listados" tab: ledger-customers and ledger-suppliers (with --party and
 // --invoices), ledger-expenses, ledger-sales.
 std::optional<books::Extract> extractArgument(const QString& name) {
@@ -67,16 +84,12 @@ std::optional<books::Extract> extractArgument(const QString& name) {
 
 int ledgerCommand(Session& s, const CliOptions& o, books::Extract extract) {
     const ExerciseWords w{o.arguments[1], yearArgument(o.arguments[2])};
-    const bool text = o.flags.contains(QStringLiteral("text"));
-    const QString pdf = o.value(QStringLiteral("pdf"));
-    if (text == !pdf.isEmpty())
-        throw UsageError{QStringLiteral("give either --pdf FILE or --text")};
+    const QString pdf = pdfOrText(o);
+    const bool text = pdf.isEmpty();
     const bool parties =
         extract == books::Extract::Customers || extract == books::Extract::Suppliers;
-    for (const char* option : {"from", "to", "series", "irpf"})
-        if (o.given(QString::fromLatin1(option)))
-            throw UsageError{QStringLiteral("--%1: the extracts cover the year")
-                                 .arg(QString::fromLatin1(option))};
+    refuseOptions(o, {"from", "to", "series", "irpf"},
+                  QStringLiteral("the extracts cover the year"));
     if (!parties && (o.given(QStringLiteral("party")) || o.given(QStringLiteral("invoices"))))
         throw UsageError{
             QStringLiteral("--party and --invoices go with ledger-customers and "
@@ -99,14 +112,10 @@ int ledgerCommand(Session& s, const CliOptions& o, books::Extract extract) {
 
 int trialBalanceCommand(Session& s, const CliOptions& o) {
     const ExerciseWords w{o.arguments[1], yearArgument(o.arguments[2])};
-    const bool text = o.flags.contains(QStringLiteral("text"));
-    const QString pdf = o.value(QStringLiteral("pdf"));
-    if (text == !pdf.isEmpty())
-        throw UsageError{QStringLiteral("give either --pdf FILE or --text")};
-    for (const char* option : {"from", "to", "series", "irpf", "party", "invoices"})
-        if (o.given(QString::fromLatin1(option)))
-            throw UsageError{QStringLiteral("--%1: the summary of balances covers the exercise")
-                                 .arg(QString::fromLatin1(option))};
+    const QString pdf = pdfOrText(o);
+    const bool text = pdf.isEmpty();
+    refuseOptions(o, {"from", "to", "series", "irpf", "party", "invoices"},
+                  QStringLiteral("the summary of balances covers the exercise"));
     const QDate date = dateOption(o, QStringLiteral("date"), QDate::currentDate());
     if (!enterMasterFiles(s, w)) return kRefused;
     if (text) {
@@ -123,14 +132,10 @@ int trialBalanceCommand(Session& s, const CliOptions& o) {
 
 int operatingStatementCommand(Session& s, const CliOptions& o) {
     const ExerciseWords w{o.arguments[1], yearArgument(o.arguments[2])};
-    const bool text = o.flags.contains(QStringLiteral("text"));
-    const QString pdf = o.value(QStringLiteral("pdf"));
-    if (text == !pdf.isEmpty())
-        throw UsageError{QStringLiteral("give either --pdf FILE or --text")};
-    for (const char* option : {"series", "irpf", "party", "invoices"})
-        if (o.given(QString::fromLatin1(option)))
-            throw UsageError{QStringLiteral("--%1: the operating statement has no such choice")
-                                 .arg(QString::fromLatin1(option))};
+    const QString pdf = pdfOrText(o);
+    const bool text = pdf.isEmpty();
+    refuseOptions(o, {"series", "irpf", "party", "invoices"},
+                  QStringLiteral("the operating statement has no such choice"));
     books::OperatingRequest request;
     if (o.given(QStringLiteral("level"))) {
         const QString level = o.value(QStringLiteral("level"));
@@ -165,10 +170,8 @@ int bookCommand(Session& s, const CliOptions& o) {
     const bool irpf = o.flags.contains(QStringLiteral("irpf"));
     const Book book = bookArgument(o.arguments[0], irpf);
     const ExerciseWords w{o.arguments[1], yearArgument(o.arguments[2])};
-    const bool text = o.flags.contains(QStringLiteral("text"));
-    const QString pdf = o.value(QStringLiteral("pdf"));
-    if (text == !pdf.isEmpty())
-        throw UsageError{QStringLiteral("give either --pdf FILE or --text")};
+    const QString pdf = pdfOrText(o);
+    const bool text = pdf.isEmpty();
     const bool periodic = book != Book::Declaration;
     if (!periodic && (o.given(QStringLiteral("from")) || o.given(QStringLiteral("to"))))
         throw UsageError{QStringLiteral("--from, --to: the 347 declaration covers the year")};
