@@ -67,10 +67,19 @@ struct Account {
     QString nomGrup, nomCompte, tipus;
 };
 
+// The accounts of the families on one side, by name across families, with their own numbers
+// (COMPTES numbers its rows itself: two families may share an account number).
 std::vector<Account> accountsOf(Database& db, const char* situacio, bool equal) {
-    auto st = db.prepare(QStringLiteral("select Grup, NomGrup, Compte, NomCompte, Tipus from "
-                                        "COMPTES where situacio %1 ? order by NomCompte asc")
-                             .arg(equal ? QStringLiteral("=") : QStringLiteral("<>")));
+    QStringList families;
+    for (const Family& f : kFamilies)
+        families << QStringLiteral(
+                        "select Grup, NomGrup, Compte, NomCompte, Tipus, '%1' as s "
+                        "from comptes.%2")
+                        .arg(QLatin1String(f.situacio), QLatin1String(f.table));
+    auto st = db.prepare(QStringLiteral("select Grup, NomGrup, Compte, NomCompte, Tipus from (%1) "
+                                        "where s %2 ? order by NomCompte asc")
+                             .arg(families.join(QStringLiteral(" union all ")),
+                                  equal ? QStringLiteral("=") : QStringLiteral("<>")));
     st.bind(1, QString::fromLatin1(situacio));
     std::vector<Account> accounts;
     while (st.next())
@@ -142,9 +151,9 @@ void Genera_Explota(const WorkingContext& ctx, int from, int to) {
         .bind(2, Missatge(ctx, 6141))
         .execute();
     for (const Family& f : kFamilies)
-        db.prepare(QStringLiteral("insert into COMPTES (Grup, NomGrup, Compte, NomCompte, Tipus, "
-                                  "situacio, VoD) select Grup, NomGrup, Compte, NomCompte, Tipus, "
-                                  "?, ? from comptes.%1 order by NomCompte asc")
+        db.prepare(QStringLiteral("insert into COMPTES (Grup, NomGrup, NomCompte, Tipus, situacio, "
+                                  "VoD) select Grup, NomGrup, NomCompte, Tipus, ?, ? from "
+                                  "comptes.%1 order by NomCompte asc")
                        .arg(QString::fromLatin1(f.table)))
             .bind(1, QString::fromLatin1(f.situacio))
             .bind(2, QString::fromLatin1(f.vod))

@@ -8,6 +8,8 @@
 // month; the months outside the period keep the column's default, 0) and RESULTATS (each
 // month's result, the total and the cumulated values). Investments and other accounts are no
 // income or expense and stay out. The account is linked by name, as the invoices keep it.
+// COMPTES numbers its rows itself (its Compte counts), as families may share an account
+// number; explota keeps each account's own number.
 //
 // The figures come from one grouped query a side, not one a month and account: the same sums.
 // A sale counts its total less IVA and recargo, plus its withholding; a purchase its bases and

@@ -134,7 +134,7 @@ TrialBalanceTotals totalsOf(Database& db) {
 
 std::optional<TrialBalanceTotals> Genera_Saldos(const WorkingContext& ctx, Dialogs& dialogs) {
     if (!ctx.Tesoreria) {
-        dialogs.information(Missatge(ctx, 6979));
+        dialogs.stop(Missatge(ctx, 6979));
         return std::nullopt;
     }
     Database db = openSaldos(ctx);

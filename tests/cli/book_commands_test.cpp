@@ -170,3 +170,39 @@ TEST_F(cliBooks, TheExtractsRefuseWordsThatAreNotTheirs) {
     EXPECT_EQ(book("ledger-expenses", {"--from", "3", "--text"}).code, 2);
     EXPECT_EQ(book("ledger-customers", {}).code, 2);
 }
+
+TEST_F(cliBooks, TheSummaryOfBalancesNeedsTreasuryControl) {
+    open();
+    const Result r = book("trial-balance", {"--text"});
+    EXPECT_EQ(r.code, 1) << r;
+    EXPECT_TRUE(r.err.contains(msg(6979))) << r;
+}
+
+TEST_F(cliBooks, TheSummaryOfBalancesAsTextEndsWithItsTotals) {
+    createCompany("Fusteria Pons", "B12345678", true);
+    createExercise(K, Y, {"--iva1", "21", "--iva2", "10", "--iva3", "4"});
+    ASSERT_EQ(run({"exercise-open", K, Y}).code, 0);
+    ASSERT_EQ(on("customer-add", {"--name", "Colmado Ruiz"}).code, 0);
+    postSale("15", "1", "121,00");
+    const Result r = book("trial-balance", {"--text"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_TRUE(r.out.startsWith("Cuenta\tDescripcion\tSaldoD\tSaldoH\n430\t")) << r;
+    EXPECT_TRUE(r.out.contains("\n700\t" + msg(6960) + "\t\t100,00\n")) << r;
+    EXPECT_TRUE(r.out.contains("\n477\t" + msg(6962) + "\t\t21,00\n")) << r;
+    EXPECT_TRUE(r.out.endsWith("D_TOTAL\t121,00\nH_TOTAL\t121,00\n")) << r;
+}
+
+TEST_F(cliBooks, TheOperatingStatementAsTextGivesItsMonthsAndResults) {
+    open();
+    postSale("15", "3", "121,00");
+    const Result r = book("operating-statement", {"--from", "3", "--to", "6", "--text"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_TRUE(r.out.contains("\t700 Ventas de mercaderías\t0,00\t0,00\t100,00\t0,00\t")) << r;
+    EXPECT_TRUE(r.out.contains("\n" + msg(6154) + "\t0,00\t0,00\t100,00\t100,00\t100,00\t100,00\t"))
+        << r;
+    EXPECT_EQ(book("operating-statement", {"--level", "4", "--text"}).code, 2);
+    EXPECT_EQ(book("sales", {"--level", "2", "--text"}).code, 2);
+    const Result refused = book("operating-statement", {"--from", "6", "--to", "3", "--text"});
+    EXPECT_EQ(refused.code, 1) << refused;
+    EXPECT_TRUE(refused.err.contains(msg(6142))) << refused;
+}
