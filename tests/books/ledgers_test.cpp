@@ -1,6 +1,7 @@
 // The customer and supplier ledgers built in mayor: opening rows, invoices, movements, the
 // running balance by account, and the stored queries of the invoice lists.
 #include "books/ledgers.h"
+#include "books/ledger_reports.h"
 #include "books_fixture.h"
 
 #include <gtest/gtest.h>
@@ -145,4 +146,20 @@ TEST_F(LedgersTest, TheInvoiceListsReadTheirPartysInvoices) {
     EXPECT_EQ(rows(frasOut(), "select Ordre from SelFras order by Ordre"), (QStringList{"1", "2"}));
     Filtra_FrasIN(f.ctx, 1);
     EXPECT_TRUE(rows(frasIn(), "select Ordre from SelFras").isEmpty());
+}
+
+TEST_F(LedgersTest, WithoutTreasuryTheLedgerIsNotRebuiltAndTheLastOnePrints) {
+    Genera_Mayor_Clients(f.ctx, 3);
+    invoiceOut(1, "2026-02-01", 3, "Sin Movimientos", 100000);
+    f.ctx.Tesoreria = false;
+    LedgerRequest r;
+    r.extract = Extract::Customers;
+    r.ledger = true;
+    const QStringList rows = ledgerRows(f.ctx, r);
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_TRUE(rows[1].startsWith("3\tSin Movimientos\t01/01/2026\t-\tSaldo inicial ..."))
+        << rows[1].toStdString();
+    // With treasury the same request rebuilds it, the invoice included.
+    f.ctx.Tesoreria = true;
+    EXPECT_EQ(ledgerRows(f.ctx, r).size(), 5);
 }
