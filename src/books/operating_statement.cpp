@@ -1,6 +1,7 @@
 #include "operating_statement.h"
 
 #include "book_formulas.h"
+#include "context/common_helpers.h"
 #include "context/dialogs.h"
 #include "context/working_context.h"
 #include "schema/creation.h"
@@ -240,6 +241,22 @@ void fillOperatingStatement(report::ReportJob& job, const WorkingContext& ctx,
         .message("lbl_resultado", 6153)
         .message("lbl_acumulado", 6154)
         .message("lbl_pagina", 6113);
+    // The results' row comes as formulas, as a footer's row is explota's last: res01..res12,
+    // resTOTAL and ac01..ac12, in the money format.
+    Database db = Database::open(ctx.exerciseFile(schema::db::Explota));
+    QStringList columns;
+    for (int m = 1; m <= 12; ++m) columns << monthColumn(m);
+    columns << QStringLiteral("TOTAL");
+    for (int m = 1; m <= 12; ++m) columns << QStringLiteral("AC%1").arg(m, 2, 10, QLatin1Char('0'));
+    auto st = db.prepare(QStringLiteral("select %1 from RESULTATS").arg(columns.join(u',')));
+    if (!st.next()) return;
+    for (int i = 0; i < 25; ++i) {
+        const QString name = i < 12 ? QStringLiteral("res%1").arg(i + 1, 2, 10, QLatin1Char('0'))
+                             : i == 12
+                                 ? QStringLiteral("resTOTAL")
+                                 : QStringLiteral("ac%1").arg(i - 12, 2, 10, QLatin1Char('0'));
+        report::appendFormula(job, report::textFormula(name, Format_Import(ctx, st.money(i))));
+    }
 }
 
 report::ReportResult launchOperatingStatement(const WorkingContext& ctx, Dialogs& dialogs,

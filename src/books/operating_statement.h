@@ -15,7 +15,9 @@
 // A sale counts its total less IVA and recargo, plus its withholding; a purchase its bases and
 // exempt part. The result enters with the first expense account: without any, it stays 0.
 //
-// Layouts explota1.rpt (by account), explota2.rpt (by type), explota3.rpt (by group).
+// Layouts explota1.rpt (by account), explota2.rpt (by type), explota3.rpt (by group), on
+// explota joined to COMPTES by name; the results come as the formulas res01..res12, resTOTAL
+// and ac01..ac12 besides those of the statement.
 #include "context/fwd.h"
 #include "report/report_helpers.h"
 #include "report/report_job.h"

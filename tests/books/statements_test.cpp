@@ -93,3 +93,40 @@ TEST_F(Statements, TheSummaryOfBalancesOfTheExerciseAsExpected) {
                trialBalanceRows(f.ctx, *totals).join(u'\n') + u'\n', pdf());
     expectFile(folderOf("trial_balance"), "expected.txt", pdfPages(pdf()).join(u'\f'), pdf());
 }
+
+TEST_F(Statements, TheOperatingStatementOfEachLevelAsExpected) {
+    // The chart of the fixed exercise: its invoices' accounts by family.
+    for (const char* table :
+         {"Ingresos", "Compres", "Serveis", "Personal", "Tributs", "Amortitzacions", "Inversions"})
+        exec(comptes(), QStringLiteral("delete from %1").arg(QLatin1String(table)));
+    exec(comptes(),
+         "insert into Ingresos (Grup, NomGrup, Compte, NomCompte, Tipus) values "
+         "(70, 'Ventas', 1, 'Ventas de mercaderías', 'Ventas'), "
+         "(75, 'Otros ingresos', 2, 'Alquileres cobrados', 'Otros ingresos')");
+    exec(comptes(),
+         "insert into Compres (Grup, NomGrup, Compte, NomCompte, Tipus) values "
+         "(60, 'Compras', 1, 'Compras', 'Compras')");
+    exec(comptes(),
+         "insert into Serveis (Grup, NomGrup, Compte, NomCompte, Tipus) values "
+         "(62, 'Servicios exteriores', 1, 'Servicios exteriores', 'Servicios')");
+    exec(comptes(),
+         "insert into Tributs (Grup, NomGrup, Compte, NomCompte, Tipus) values "
+         "(63, 'Tributos', 1, 'Tributos', 'Tributos')");
+    exec(comptes(),
+         "insert into Amortitzacions (Grup, NomGrup, Compte, NomCompte, Tipus) values "
+         "(68, 'Amortizaciones', 1, 'Amortizaciones', 'Amortizaciones')");
+    exec(comptes(),
+         "insert into Inversions (Grup, NomGrup, Compte, NomCompte, Tipus) values "
+         "(20, 'Inmovilizado', 1, 'Inmovilizado', 'Inmovilizado')");
+    for (int level : {1, 2, 3}) {
+        SCOPED_TRACE(level);
+        const QByteArray name = QStringLiteral("operating_statement_%1").arg(level).toLatin1();
+        OperatingRequest r{level, 1, 3, QDate(2026, 4, 20), print()};
+        job = {};
+        ASSERT_TRUE(launchOperatingStatement(f.ctx, dialogs, job, nullptr, r).ok())
+            << dialogs.lastText().toStdString();
+        expectFile(folderOf(name.constData()), "rows.txt",
+                   operatingStatementRows(f.ctx).join(u'\n') + u'\n', pdf());
+        expectFile(folderOf(name.constData()), "expected.txt", pdfPages(pdf()).join(u'\f'), pdf());
+    }
+}
