@@ -2,7 +2,10 @@
 // invoices: for each quarter and each rate, the bases, quotas and recargos of the footer
 // summaries and of the books' views equal those of FrasOut and FrasIN, worked out here by SQL
 // of the test's own (the rate slots of an invoice side by side, by month of the date), and
-// every invoice of the quarter is in its book once.
+// every invoice of the quarter is in its book once. The operating statement and the customers'
+// ledgers of the same year against the invoices and movements summed by the test's own SQL.
+#include "books/ledgers.h"
+#include "books/operating_statement.h"
 #include "books/vat_book_queries.h"
 #include "books/vat_books.h"
 #include "context/dialogs.h"
@@ -299,6 +302,80 @@ TEST_F(BooksCheck, PurchasesBookOfEachQuarterAddsUpToTheInvoicesRateByRate) {
         EXPECT_EQ(static_cast<std::int64_t>(view.taxed.size()), taxed);
         EXPECT_EQ(static_cast<std::int64_t>(view.bookNumbers.size()), taxed);
     }
+}
+
+// Each account's months and total in explota against the invoices summed here by account
+// name and month: a sale's total less IVA and recargo plus its withholding, a purchase's total
+// plus its withholding less IVA (what its bases and made-good exempt part come to).
+TEST_F(BooksCheck, TheOperatingStatementOfTheYearEqualsTheInvoicesByAccountAndMonth) {
+    OperatingRequest r;
+    r.fromMonth = 1;
+    r.toMonth = 12;
+    ASSERT_TRUE(prepareOperatingStatement(ctx(), year_->dialogs, r));
+    using Months = std::array<std::int64_t, 13>;
+    const auto direct = [&](const QString& file, const QString& sql) {
+        std::map<QString, Months> sums;
+        store::Database d = store::Database::open(ctx().exerciseFile(file));
+        store::Statement st = d.prepare(sql);
+        while (st.next()) {
+            Months& m = sums[st.text(0).toCaseFolded()];
+            const int month = st.int32(1);
+            m[static_cast<std::size_t>(month - 1)] += st.int64(2);
+            m[12] += st.int64(2);
+        }
+        return sums;
+    };
+    const auto income =
+        direct(db::FrasOut, QStringLiteral("select NomCompte, cast(strftime('%m', data) as "
+                                           "integer), sum(TOTAL - Iva1 - Iva2 - Iva3 - RE1 - "
+                                           "RE2 - RE3 + Retencio) from FrasOut group by 1, 2"));
+    const auto costs =
+        direct(db::FrasIn, QStringLiteral("select NomCompte, cast(strftime('%m', data) as "
+                                          "integer), sum(TOTAL + Retencio - Iva1 - Iva2 - "
+                                          "Iva3 - Iva4) from FrasIN group by 1, 2"));
+    store::Database e = store::Database::open(ctx().exerciseFile(db::Explota));
+    store::Statement rows = e.prepare(QStringLiteral(
+        "select x.NomCompte, c.VoD, \"01\", \"02\", \"03\", \"04\", \"05\", \"06\", "
+        "\"07\", \"08\", \"09\", \"10\", \"11\", \"12\", x.TOTAL from explota x join "
+        "COMPTES c on c.NomCompte = x.NomCompte group by x.Ordre"));
+    int accounts = 0, withInvoices = 0;
+    while (rows.next()) {
+        ++accounts;
+        const QString name = rows.text(0);
+        const auto& source = rows.text(1) == u"0" ? income : costs;
+        const auto found = source.find(name.toCaseFolded());
+        const Months expected = found == source.end() ? Months{} : found->second;
+        if (found != source.end()) ++withInvoices;
+        for (int i = 0; i < 13; ++i)
+            EXPECT_EQ(rows.int64(2 + i), expected[static_cast<std::size_t>(i)])
+                << name.toStdString() << " column " << i + 1;
+    }
+    EXPECT_GT(accounts, 10);
+    EXPECT_GT(withInvoices, 5);
+}
+
+// Each customer's last balance in mayor against opening + invoices - collections summed here.
+TEST_F(BooksCheck, EachCustomersLedgerEndsAtOpeningPlusInvoicesLessCollections) {
+    Genera_Mayor_Clients(ctx(), std::nullopt);
+    store::Database d = store::Database::open(ctx().exerciseFile(db::Tesorer));
+    d.attach(ctx().exerciseFile(db::Gest), QStringLiteral("gest"));
+    d.attach(ctx().exerciseFile(db::FrasOut), QStringLiteral("fout"));
+    store::Statement st = d.prepare(QStringLiteral(
+        "select c.client, coalesce(c.saldo, 0) + coalesce((select sum(TOTAL) from fout.FrasOut f "
+        "where f.Client = c.client), 0) + coalesce((select sum(H - D) from movimientos m where "
+        "m.cliente = c.client), 0), (select saldo from mayor y where y.cuenta = c.client order "
+        "by y.data desc, y.Id desc limit 1) from gest.clients c order by c.client"));
+    int customers = 0;
+    while (st.next()) {
+        ++customers;
+        EXPECT_EQ(st.int64(2), st.int64(1)) << "customer " << st.int64(0);
+    }
+    EXPECT_GT(customers, 10);
+    store::Statement moved =
+        d.prepare(QStringLiteral("select count(*) from movimientos where "
+                                 "cliente <> 0"));
+    ASSERT_TRUE(moved.next());
+    EXPECT_GT(moved.int64(0), 100);
 }
 
 }  // namespace
