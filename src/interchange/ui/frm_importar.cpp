@@ -1,0 +1,375 @@
+#include "frm_importar.h"
+
+#include "context/dialogs.h"
+#include "context/messages.h"
+#include "context/working_context.h"
+#include "interchange/interchange_export.h"
+#include "interchange/interchange_import.h"
+#include "widgets/field_behaviour.h"
+#include "widgets/screen_style.h"
+
+#include <QApplication>
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QShortcut>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace tallora {
+namespace {
+
+template <class Widget>
+Widget* named(Widget* w, const char* name) {
+    w->setObjectName(QString::fromLatin1(name));
+    return w;
+}
+
+QPushButton* button(const char* name, const QString& caption, QWidget* parent) {
+    auto* b = named(new QPushButton(caption, parent), name);
+    // Enter runs the button that has the focus, and no other.
+    b->setAutoDefault(true);
+    b->setMinimumHeight(28);
+    return b;
+}
+
+QLabel* bold(const QString& text, QWidget* parent) {
+    auto* label = new QLabel(text.trimmed(), parent);
+    QFont f = label->font();
+    f.setBold(true);
+    label->setFont(f);
+    return label;
+}
+
+QLabel* note(const QString& text, QWidget* parent) {
+    auto* label = new QLabel(text, parent);
+    label->setWordWrap(true);
+    return label;
+}
+
+QListWidget* logList(const char* name, QWidget* parent) {
+    auto* list = named(new QListWidget(parent), name);
+    // A run may log a hundred thousand lines: rows of one height keep it quick.
+    list->setUniformItemSizes(true);
+    list->setMinimumHeight(120);
+    return list;
+}
+
+QProgressBar* progressBar(const char* name, QWidget* parent) {
+    auto* bar = named(new QProgressBar(parent), name);
+    bar->setFormat(QStringLiteral("%v / %m"));
+    bar->setValue(0);
+    bar->setMaximum(1);
+    return bar;
+}
+
+// The path field and its chooser on one row.
+QHBoxLayout* pathRow(QLineEdit* path, QPushButton* choose) {
+    auto* row = new QHBoxLayout;
+    row->addWidget(path, 1);
+    row->addWidget(choose);
+    return row;
+}
+
+QString interchangeFilter(const WorkingContext& ctx) {
+    return Missatge(ctx, 6882) + QStringLiteral(" (*.dat)");
+}
+
+}  // namespace
+
+frmImportar::frmImportar(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
+    : QDialog(parent), ctx_(ctx), dialogs_(dialogs) {
+    setObjectName(QStringLiteral("frmImportar"));
+    setWindowTitle(Missatge(ctx_, 6600));
+    chooseExportPath = [this] {
+        return QFileDialog::getSaveFileName(this, Missatge(ctx_, 6881), txtDirExporta->text(),
+                                            interchangeFilter(ctx_));
+    };
+    chooseImportPath = [this] {
+        return QFileDialog::getOpenFileName(this, Missatge(ctx_, 6887), txtDirImporta->text(),
+                                            interchangeFilter(ctx_));
+    };
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 8);
+    layout->addWidget(ui::bandTitle(
+        Missatge(ctx_, 6600),
+        Missatge(ctx_, 6634) + ctx_.EmpresaNom + QStringLiteral("  ") + ctx_.Exercici, this));
+    TabStrip1_ = named(new QTabWidget(this), "TabStrip1");
+    QWidget* exportPage = exportTab();
+    exportPage->setObjectName(QStringLiteral("EXPORTACION"));
+    TabStrip1_->addTab(exportPage, Missatge(ctx_, 6601));
+    QWidget* importPage = importTab();
+    importPage->setObjectName(QStringLiteral("IMPORTACION"));
+    TabStrip1_->addTab(importPage, Missatge(ctx_, 6602));
+    auto* body = new QVBoxLayout;
+    body->setContentsMargins(10, 6, 10, 0);
+    body->addWidget(TabStrip1_, 1);
+    layout->addLayout(body, 1);
+
+    ui::helpOnF1(ctx_, this, QStringLiteral("importa"));
+    const auto turn = [this](int step) {
+        if (running_) return;
+        const int n = TabStrip1_->count();
+        TabStrip1_->setCurrentIndex((TabStrip1_->currentIndex() + step + n) % n);
+        TabStrip1_->tabBar()->setFocus();
+    };
+    for (const auto& [keys, step] :
+         {std::pair{QKeySequence(Qt::CTRL | Qt::Key_Tab), 1},
+          std::pair{QKeySequence(Qt::CTRL | Qt::Key_PageDown), 1},
+          std::pair{QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab), -1},
+          std::pair{QKeySequence(Qt::CTRL | Qt::Key_PageUp), -1}}) {
+        auto* shortcut = new QShortcut(keys, this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, this, [turn, step] { turn(step); });
+    }
+    txtDirExporta->setFocus();
+    resize(760, 600);
+}
+
+frmImportar::~frmImportar() = default;
+
+QWidget* frmImportar::exportTab() {
+    auto* page = new QWidget;
+    auto* v = new QVBoxLayout(page);
+    v->setContentsMargins(12, 10, 12, 10);
+    v->addWidget(bold(Missatge(ctx_, 6608), page));
+    v->addWidget(note(Missatge(ctx_, 6610), page));
+    v->addWidget(new QLabel(Missatge(ctx_, 6609).trimmed(), page));
+    txtDirExporta = named(new QLineEdit(page), "txtDirExporta");
+    btnBuscaExp_ = button("btnBuscaExp", Missatge(ctx_, 6883), page);
+    v->addLayout(pathRow(txtDirExporta, btnBuscaExp_));
+
+    auto* options = new QGroupBox(page);
+    auto* grid = new QVBoxLayout(options);
+    OpExportaTodo = named(new QRadioButton(Missatge(ctx_, 6885), options), "OpExportaTodo");
+    OpExportaParcial = named(new QRadioButton(Missatge(ctx_, 6886), options), "OpExportaParcial");
+    OpChkClientes = named(new QCheckBox(Missatge(ctx_, 228), options), "OpChkClientes");
+    OpChkProveedores = named(new QCheckBox(Missatge(ctx_, 229), options), "OpChkProveedores");
+    OpChkCuentas = named(new QCheckBox(Missatge(ctx_, 230), options), "OpChkCuentas");
+    OpExportaTodo->setChecked(true);
+    grid->addWidget(OpExportaTodo);
+    grid->addWidget(OpExportaParcial);
+    auto* boxes = new QHBoxLayout;
+    boxes->setContentsMargins(24, 0, 0, 0);
+    for (QCheckBox* box : {OpChkClientes, OpChkProveedores, OpChkCuentas}) boxes->addWidget(box);
+    boxes->addStretch(1);
+    grid->addLayout(boxes);
+    v->addWidget(options);
+    connect(OpExportaParcial, &QRadioButton::toggled, this, [this] { showExportBoxes(); });
+    showExportBoxes();
+
+    btn_Exporta_ =
+        button("btn_Exporta",
+               fixedText(ctx_, QStringLiteral("Exportar"), QStringLiteral("Exportar")), page);
+    auto* run = new QHBoxLayout;
+    ProgExporta = progressBar("ProgExporta", page);
+    run->addWidget(ProgExporta, 1);
+    run->addWidget(btn_Exporta_);
+    v->addLayout(run);
+    List_exporta = logList("List_exporta", page);
+    v->addWidget(List_exporta, 1);
+
+    connect(btnBuscaExp_, &QPushButton::clicked, this, &frmImportar::btnBuscaExp);
+    connect(btn_Exporta_, &QPushButton::clicked, this, &frmImportar::btn_Exporta);
+    return page;
+}
+
+QWidget* frmImportar::importTab() {
+    auto* page = new QWidget;
+    auto* v = new QVBoxLayout(page);
+    v->setContentsMargins(12, 10, 12, 10);
+    v->addWidget(bold(Missatge(ctx_, 6603), page));
+    v->addWidget(note(Missatge(ctx_, 6607), page));
+    v->addWidget(new QLabel(Missatge(ctx_, 6604).trimmed(), page));
+    txtDirImporta = named(new QLineEdit(page), "txtDirImporta");
+    txtDirImporta->setReadOnly(true);
+    btnBuscaImp_ = button("btnBuscaImp", Missatge(ctx_, 6883), page);
+    v->addLayout(pathRow(txtDirImporta, btnBuscaImp_));
+
+    auto* middle = new QHBoxLayout;
+    auto* fileBox = new QGroupBox(Missatge(ctx_, 6605), page);
+    auto* fileLayout = new QVBoxLayout(fileBox);
+    ListArchivo = named(new QListWidget(fileBox), "ListArchivo");
+    ListArchivo->setFocusPolicy(Qt::NoFocus);
+    ListArchivo->setMinimumHeight(100);
+    fileLayout->addWidget(ListArchivo);
+    middle->addWidget(fileBox, 1);
+
+    auto* options = new QGroupBox(page);
+    auto* o = new QVBoxLayout(options);
+    OpImportaTodo = named(new QRadioButton(Missatge(ctx_, 6888), options), "OpImportaTodo");
+    OpImportaParcial = named(new QRadioButton(Missatge(ctx_, 6889), options), "OpImportaParcial");
+    for (QRadioButton* r : {OpImportaTodo, OpImportaParcial}) o->addWidget(r);
+    OpChkClientesImporta =
+        named(new QCheckBox(Missatge(ctx_, 228), options), "OpChkClientesImporta");
+    OpChkProveedoresImporta =
+        named(new QCheckBox(Missatge(ctx_, 229), options), "OpChkProveedoresImporta");
+    OpChkCuentasImporta = named(new QCheckBox(Missatge(ctx_, 230), options), "OpChkCuentasImporta");
+    auto* boxes = new QVBoxLayout;
+    boxes->setContentsMargins(24, 0, 0, 0);
+    for (QCheckBox* box : {OpChkClientesImporta, OpChkProveedoresImporta, OpChkCuentasImporta})
+        boxes->addWidget(box);
+    o->addLayout(boxes);
+    o->addStretch(1);
+    middle->addWidget(options, 1);
+    v->addLayout(middle);
+
+    btn_Importa_ =
+        button("btn_Importa",
+               fixedText(ctx_, QStringLiteral("Importar"), QStringLiteral("Importar")), page);
+    auto* run = new QHBoxLayout;
+    ProgImporta = progressBar("ProgImporta", page);
+    run->addWidget(ProgImporta, 1);
+    run->addWidget(btn_Importa_);
+    v->addLayout(run);
+    v->addWidget(new QLabel(Missatge(ctx_, 6606), page));
+    List1 = logList("List1", page);
+    v->addWidget(List1, 1);
+    // Nothing to import until a file is chosen.
+    setImportFile(QString());
+
+    connect(btnBuscaImp_, &QPushButton::clicked, this, &frmImportar::btnBuscaImp);
+    connect(btn_Importa_, &QPushButton::clicked, this, &frmImportar::btn_Importa);
+    return page;
+}
+
+void frmImportar::showExportBoxes() {
+    for (QCheckBox* box : {OpChkClientes, OpChkProveedores, OpChkCuentas})
+        box->setEnabled(OpExportaParcial->isChecked());
+}
+
+void frmImportar::btnBuscaExp() {
+    QString path = chooseExportPath();
+    if (path.isEmpty()) return;
+    if (!path.endsWith(QStringLiteral(".dat"), Qt::CaseInsensitive)) path += QStringLiteral(".dat");
+    txtDirExporta->setText(path);
+    btn_Exporta_->setFocus();
+}
+
+void frmImportar::btnBuscaImp() {
+    const QString path = chooseImportPath();
+    if (path.isEmpty()) return;
+    setImportFile(path);
+    btn_Importa_->setFocus();
+}
+
+void frmImportar::setImportFile(const QString& path) {
+    txtDirImporta->setText(path);
+    header_ = path.isEmpty() ? interchange::FileHeader{} : interchange::readHeader(ctx_, path);
+    ListArchivo->clear();
+    ListArchivo->addItems(header_.ListArchivo);
+    List1->clear();
+    // The options follow the file: a whole exercise is imported whole, a selection partly
+    // with the boxes of what it holds.
+    const bool known = !header_.ListArchivo.isEmpty();
+    const interchange::ImportChoice preset = interchange::presetFor(header_);
+    OpImportaTodo->setEnabled(known && preset.whole);
+    OpImportaParcial->setEnabled(known && !preset.whole);
+    OpImportaTodo->setChecked(known && preset.whole);
+    OpImportaParcial->setChecked(known && !preset.whole);
+    const std::pair<QCheckBox*, bool> boxes[] = {{OpChkClientesImporta, preset.customers},
+                                                 {OpChkProveedoresImporta, preset.suppliers},
+                                                 {OpChkCuentasImporta, preset.chart}};
+    for (const auto& [box, on] : boxes) {
+        box->setChecked(known && on);
+        box->setEnabled(known && on);
+    }
+}
+
+void frmImportar::running(QListWidget* log, QProgressBar* bar, const std::function<void()>& work) {
+    running_ = true;
+    TabStrip1_->setEnabled(false);
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    log->clear();
+    bar->setMaximum(1);
+    bar->setValue(0);
+    QStringList pending;
+    QElapsedTimer sinceShown;
+    sinceShown.start();
+    const auto show = [&] {
+        log->addItems(pending);
+        pending.clear();
+        log->scrollToBottom();
+        QApplication::processEvents();
+        sinceShown.restart();
+    };
+    interchange::RunReport report;
+    report.log = [&](const QString& line) { pending << line; };
+    report.progress = [&](qint64 done, qint64 total) {
+        // Repainting every record would cost more than the records.
+        if (sinceShown.elapsed() < 100 && done != total) return;
+        bar->setMaximum(static_cast<int>(std::max<qint64>(1, total)));
+        bar->setValue(static_cast<int>(std::min(done, total)));
+        show();
+    };
+    runReport_ = &report;
+    work();
+    runReport_ = nullptr;
+    bar->setValue(bar->maximum());
+    log->addItems(pending);
+    log->scrollToBottom();
+    QApplication::restoreOverrideCursor();
+    TabStrip1_->setEnabled(true);
+    running_ = false;
+}
+
+void frmImportar::btn_Exporta() {
+    if (running_ || txtDirExporta->text().isEmpty()) return;
+    interchange::ExportChoice choice;
+    choice.whole = OpExportaTodo->isChecked();
+    choice.customers = OpChkClientes->isChecked();
+    choice.suppliers = OpChkProveedores->isChecked();
+    choice.chart = OpChkCuentas->isChecked();
+    // The checks come first, with nothing greyed.
+    if (interchange::isExerciseSettingsName(ctx_, txtDirExporta->text()) ||
+        (!choice.whole && !choice.customers && !choice.suppliers && !choice.chart)) {
+        interchange::Exporta(ctx_, dialogs_, txtDirExporta->text(), choice);
+        return;
+    }
+    running(List_exporta, ProgExporta, [&] {
+        interchange::Exporta(ctx_, dialogs_, txtDirExporta->text(), choice, *runReport_);
+    });
+    btn_Exporta_->setFocus();
+}
+
+void frmImportar::btn_Importa() {
+    if (running_) return;
+    interchange::ImportChoice choice;
+    choice.whole = OpImportaTodo->isChecked();
+    choice.customers = OpChkClientesImporta->isChecked();
+    choice.suppliers = OpChkProveedoresImporta->isChecked();
+    choice.chart = OpChkCuentasImporta->isChecked();
+    choice.exportChart = OpChkCuentas->isChecked();
+    bool imported = false;
+    running(List1, ProgImporta, [&] {
+        imported = interchange::Importa(ctx_, dialogs_, txtDirImporta->text(), header_, choice,
+                                        *runReport_);
+    });
+    if (imported) emit importFinished();
+    btn_Importa_->setFocus();
+}
+
+void frmImportar::reject() {
+    if (!running_) QDialog::reject();
+}
+
+void frmImportar::closeEvent(QCloseEvent* event) {
+    if (running_) {
+        event->ignore();
+        return;
+    }
+    QDialog::closeEvent(event);
+}
+
+}  // namespace tallora
