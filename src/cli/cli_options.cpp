@@ -49,6 +49,8 @@ const std::map<QString, bool>& knownOptions() {
         o.insert({{"invoices", true}, {"seed", true}});
         // Billing documents: their lines and their commercial fields.
         o.insert({{"line", true}, {"bank-name", true}});
+        // The interchange file: what an export or an import takes.
+        o.insert({{"customers", false}, {"chart", false}, {"whole", false}});
         return o;
     }();
     return options;

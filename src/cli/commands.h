@@ -107,6 +107,10 @@ int sampleExerciseCommand(Session& s, const CliOptions& o);
 // book_commands.cpp
 int bookCommand(Session& s, const CliOptions& o);
 
+// interchange_commands.cpp
+int exportCommand(Session& s, const CliOptions& o);
+int importCommand(Session& s, const CliOptions& o);
+
 // maintenance_commands.cpp
 int repairCommand(Session& s, const CliOptions& o);
 int compactCommand(Session& s, const CliOptions& o);

@@ -55,6 +55,18 @@ Commands (NIF8 is the company key that "companies" shows):
                       locks or opens the months given (1 to 12) against new entries
   repair NIF8 YYYY    checks and rebuilds the databases of the exercise and its company
   compact NIF8 YYYY   compacts the databases of the exercise and its company
+  export NIF8 YYYY FILE [--customers] [--suppliers] [--chart]
+                      writes the exercise to an interchange file (Windows-1252, CR LF):
+                      everything, or only the customers, suppliers or chart given; a
+                      line per record is printed. FILE may not end in YYYY.dat.
+  import NIF8 YYYY FILE [--whole | --customers --suppliers --chart]
+                      reads an interchange file into the exercise (asks, needs --yes).
+                      --whole replaces all the data of the exercise and of the company's
+                      portfolio and billing; --customers, --suppliers add them with new
+                      numbers and --chart replaces the chart. Without these the file's
+                      header decides. All or nothing: a refused line leaves every file
+                      as it was, and its number is printed. Safety copies (_gest.bck ...)
+                      are made beside the files first.
 
 Master files of an exercise. They work on an exercise as its screens find it: one that was
 never opened since its creation (or since an option was turned on) is refused until

@@ -34,7 +34,7 @@ const std::vector<MenuEntry>& menuTree() {
         item("Mnu1", "mnuEditarEmpresa", 6762, true),
         item("Mnu1", "mnubloc", 205, true),
         separator("Mnu1", "s4"),
-        fixed("Mnu1", "mnuimportar", "Importar / Exportar", false),
+        fixed("Mnu1", "mnuimportar", "Importar / Exportar", true),
         separator("Mnu1", "ssss"),
         item("Mnu1", "mnuConfiguracio", 208, true),
         item("Mnu1", "mnuAsistente", 6951, true),

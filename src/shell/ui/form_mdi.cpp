@@ -9,6 +9,7 @@
 #include "form_configuracio.h"
 #include "form_edita_empresa.h"
 #include "form_vista_rapida.h"
+#include "interchange/ui/frm_importar.h"
 #include "master/ui/accounts_form.h"
 #include "master/ui/customers_form.h"
 #include "master/ui/references_form.h"
@@ -189,6 +190,8 @@ void FormMDI::runEntry(const QString& name) {
         openBooks();
     } else if (name == QStringLiteral("mnuEditarEmpresa")) {
         openCompanyData();
+    } else if (name == QStringLiteral("mnuimportar")) {
+        openInterchange();
     } else if (name == QStringLiteral("mnuAsistente")) {
         openAssistant();
     } else if (name == QStringLiteral("mnuRepara") || name == QStringLiteral("mnuCompactar")) {
@@ -282,6 +285,14 @@ void FormMDI::openCompanyData() {
     // Unlike Settings, the treasury switched here shows or hides its entries at once.
     connect(form, &FormEditaEmpresa::companySaved, this, &FormMDI::showEntriesInForce);
     connect(form, &FormEditaEmpresa::ratesChanged, this, &FormMDI::Tanca_Filles);
+    form->open();
+}
+
+void FormMDI::openInterchange() {
+    auto* form = new frmImportar(ctx_, dialogs_, this);
+    form->setAttribute(Qt::WA_DeleteOnClose);
+    // The windows open behind it show data the import has replaced.
+    connect(form, &frmImportar::importFinished, this, &FormMDI::Tanca_Filles);
     form->open();
 }
 

@@ -104,6 +104,7 @@ private:
     void openSettings();
     // FormEditaEmpresa, modally.
     void openCompanyData();
+    void openInterchange();
     // The menu entries and the band follow the context as it now stands.
     void showEntriesInForce();
     void openPortfolio();

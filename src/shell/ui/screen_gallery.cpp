@@ -13,6 +13,7 @@
 #include "form_menu.h"
 #include "form_seleccio.h"
 #include "form_vista_rapida.h"
+#include "interchange/ui/frm_importar.h"
 #include "master/customers.h"
 #include "master/price_references.h"
 #include "master/suppliers.h"
@@ -206,6 +207,40 @@ GalleryScreen masterScreen(const QString& name, bool changing) {
             }};
 }
 
+// The import and export screen: the export tab after an export of the sample, the import
+// tab with that file chosen, and after it was imported whole back into the sample (which
+// leaves the sample's data as they were).
+void addInterchangeScreens(std::vector<GalleryScreen>& screens) {
+    static QTemporaryDir folder;
+    const auto file = [] { return folder.filePath(QStringLiteral("B6543218_intercambio.dat")); };
+    const auto form = [](WorkingContext& ctx, int tab) {
+        openExercise(ctx);
+        ctx.Tesoreria = true;
+        auto screen = std::make_unique<frmImportar>(ctx, dialogs());
+        screen->TabStrip1()->setCurrentIndex(tab);
+        return screen;
+    };
+    screens.push_back(
+        {QStringLiteral("frmImportar_exportacion"), [form, file](WorkingContext& ctx) {
+             auto screen = form(ctx, 0);
+             screen->findChild<QLineEdit*>(QStringLiteral("txtDirExporta"))->setText(file());
+             screen->btn_Exporta();
+             return std::unique_ptr<QWidget>(std::move(screen));
+         }});
+    screens.push_back(
+        {QStringLiteral("frmImportar_importacion"), [form, file](WorkingContext& ctx) {
+             auto screen = form(ctx, 1);
+             screen->setImportFile(file());
+             return std::unique_ptr<QWidget>(std::move(screen));
+         }});
+    screens.push_back({QStringLiteral("frmImportar_importado"), [form, file](WorkingContext& ctx) {
+                           auto screen = form(ctx, 1);
+                           screen->setImportFile(file());
+                           screen->btn_Importa();
+                           return std::unique_ptr<QWidget>(std::move(screen));
+                       }});
+}
+
 }  // namespace
 
 QSize smallScreenArea() {
@@ -323,6 +358,7 @@ std::vector<GalleryScreen> screenGallery() {
                  return std::unique_ptr<QWidget>(std::move(screen));
              }});
     }
+    addInterchangeScreens(screens);
     return screens;
 }
 
