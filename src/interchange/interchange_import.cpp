@@ -104,7 +104,7 @@ public:
         // A purchase keeps its number: a repeated one refuses the import.
         if (key == u"5IN" &&
             exists(purchaseExists_, schema::db::FrasIn, QStringLiteral("FrasIN"), number))
-            throw ValueError(QStringLiteral("Ordre: the purchase %1 is already there").arg(number));
+            throw ValueError(ValueError::Kind::RepeatedPurchase, number, QStringLiteral("Ordre"));
         store::Statement& st = statement(r, keep);
         int n = 0;
         for (const RecordField& f : r.fields) {
@@ -147,8 +147,7 @@ private:
     static std::int64_t parseNumber(const QString& number) {
         bool ok = false;
         const qlonglong n = number.toLongLong(&ok);
-        if (!ok)
-            throw ValueError(QStringLiteral("Ordre: \"%1\" is not a whole number").arg(number));
+        if (!ok) throw ValueError(ValueError::Kind::WholeNumber, number, QStringLiteral("Ordre"));
         return n;
     }
 
@@ -169,7 +168,7 @@ private:
         for (int tries = 0;
              exists(saleExists_, schema::db::FrasOut, QStringLiteral("FrasOut"), number); ++tries) {
             if (tries == kMaxRenumbering)
-                throw ValueError(QStringLiteral("Ordre: no free number found for %1").arg(number));
+                throw ValueError(ValueError::Kind::NoFreeNumber, number, QStringLiteral("Ordre"));
             const QString head = number.left(5);
             if (head == u"88888" || head == u"99999" || head == u"77777")
                 number = QStringLiteral("66666") + number.mid(5);
@@ -185,8 +184,7 @@ private:
         auto it = inserts_.find(id);
         if (it != inserts_.end()) return it->second;
         if (!files_.hasTable(r.layout->database, r.table))
-            throw ValueError(
-                QStringLiteral("the table %1 does not exist in this exercise").arg(r.table));
+            throw ValueError(ValueError::Kind::MissingTable, r.table);
         QStringList columns;
         for (const RecordField& f : r.fields)
             if (keep || &f != numberField(r)) columns << store::quoteIdentifier(f.field->column);
@@ -274,6 +272,8 @@ qint64 importInterchangeFile(const WorkingContext& ctx, const QString& path,
         return done;
     } catch (const ImportError&) {
         throw;
+    } catch (const ValueError& e) {
+        throw ImportError(lineNumber, key.trimmed(), reasonText(ctx, e));
     } catch (const std::exception& e) {
         throw ImportError(lineNumber, key.trimmed(), reasonOf(e));
     }

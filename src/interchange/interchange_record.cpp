@@ -21,7 +21,7 @@ bool isRead(const FieldLayout& f, bool treasury) {
 QString accountTable(const QString& named) {
     for (const QString& table : interchangeAccountTables())
         if (table.compare(named, Qt::CaseInsensitive) == 0) return table;
-    throw ValueError(QStringLiteral("\"%1\" is not a table of the chart of accounts").arg(named));
+    throw ValueError(ValueError::Kind::AccountTable, named);
 }
 
 }  // namespace
@@ -57,7 +57,7 @@ std::optional<ParsedRecord> parseRecordLine(const QString& line, bool partial, b
             Value v = parseValue(text, def, f.role);
             r.fields.push_back({&f, std::move(text), std::move(v)});
         } catch (const ValueError& e) {
-            throw ValueError(QStringLiteral("%1: %2").arg(f.column, QString::fromUtf8(e.what())));
+            throw e.inColumn(f.column);
         }
     }
     return r;

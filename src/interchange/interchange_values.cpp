@@ -2,6 +2,7 @@
 
 #include "context/common_helpers.h"
 #include "context/text_encoding.h"
+#include "context/working_context.h"
 #include "store/database.h"
 
 #include <QRegularExpression>
@@ -59,22 +60,20 @@ Money amount(const QString& text) {
     if (text.isEmpty()) return Money();
     // No grouping is written: the one mark there is separates the decimals.
     const QChar mark = text.contains(u',') ? QChar(u',') : QChar(u'.');
-    if (text.count(mark) > 1) throw ValueError(QStringLiteral("\"%1\" is not an amount").arg(text));
+    if (text.count(mark) > 1) throw ValueError(ValueError::Kind::Amount, text);
     const std::optional<Money> m = Money::parse(text, mark);
-    if (!m) throw ValueError(QStringLiteral("\"%1\" is not an amount").arg(text));
+    if (!m) throw ValueError(ValueError::Kind::Amount, text);
     return *m;
 }
 
 double number(const QString& text) {
     if (text.isEmpty()) return 0.0;
     QString t = text;
-    if (t.count(u',') + t.count(u'.') > 1)
-        throw ValueError(QStringLiteral("\"%1\" is not a number").arg(text));
+    if (t.count(u',') + t.count(u'.') > 1) throw ValueError(ValueError::Kind::Number, text);
     t.replace(u',', u'.');
     bool ok = false;
     const double d = t.toDouble(&ok);
-    if (!ok || !std::isfinite(d))
-        throw ValueError(QStringLiteral("\"%1\" is not a number").arg(text));
+    if (!ok || !std::isfinite(d)) throw ValueError(ValueError::Kind::Number, text);
     return d;
 }
 
@@ -86,14 +85,71 @@ Value date(const QString& text) {
     const QDate d = m.hasMatch()
                         ? QDate(m.captured(3).toInt(), m.captured(2).toInt(), m.captured(1).toInt())
                         : QDate();
-    if (!d.isValid()) throw ValueError(QStringLiteral("\"%1\" is not a date dd/mm/yyyy").arg(text));
+    if (!d.isValid()) throw ValueError(ValueError::Kind::Date, text);
     if (m.captured(4).isEmpty()) return d;
     const QTime t(m.captured(4).toInt(), m.captured(5).toInt(), m.captured(6).toInt());
-    if (!t.isValid()) throw ValueError(QStringLiteral("\"%1\" is not a time").arg(text));
+    if (!t.isValid()) throw ValueError(ValueError::Kind::Time, text);
     return QDateTime(d, t);
 }
 
+struct KindText {
+    const char* english;
+    const char* spanish;
+    const char* catalan;
+};
+
+KindText kindText(ValueError::Kind kind) {
+    using K = ValueError::Kind;
+    switch (kind) {
+        case K::WholeNumber:
+            return {"is not a whole number", "no es un número entero", "no és un nombre enter"};
+        case K::Amount:
+            return {"is not an amount", "no es un importe", "no és un import"};
+        case K::Number:
+            return {"is not a number", "no es un número", "no és un nombre"};
+        case K::Date:
+            return {"is not a date dd/mm/yyyy", "no es una fecha dd/mm/aaaa",
+                    "no és una data dd/mm/aaaa"};
+        case K::Time:
+            return {"is not a time hh:mm:ss", "no es una hora hh:mm:ss", "no és una hora hh:mm:ss"};
+        case K::Boolean:
+            return {"is not True or False", "no es True ni False", "no és True ni False"};
+        case K::AccountTable:
+            return {"is not a table of the chart of accounts",
+                    "no es una tabla del plan de cuentas", "no és una taula del pla de comptes"};
+        case K::MissingTable:
+            return {"is a table this exercise does not have",
+                    "es una tabla que este ejercicio no tiene",
+                    "és una taula que aquest exercici no té"};
+        case K::RepeatedPurchase:
+            return {"is the number of a purchase already imported",
+                    "es el número de una factura recibida ya importada",
+                    "és el número d'una factura rebuda ja importada"};
+        case K::NoFreeNumber:
+            return {"cannot be given a free number", "no puede tomar un número libre",
+                    "no pot prendre un número lliure"};
+    }
+    return {"", "", ""};
+}
+
+QString describe(const QString& column, const QString& value, const char* why) {
+    const QString text = QStringLiteral("\"%1\" %2").arg(value, QString::fromUtf8(why));
+    return column.isEmpty() ? text : column + QStringLiteral(": ") + text;
+}
+
 }  // namespace
+
+ValueError::ValueError(Kind kind, QString value, QString column)
+    : std::runtime_error(describe(column, value, kindText(kind).english).toStdString()),
+      kind_(kind),
+      value_(std::move(value)),
+      column_(std::move(column)) {}
+
+QString reasonText(const WorkingContext& ctx, const ValueError& e) {
+    const KindText t = kindText(e.kind());
+    return describe(e.column(), e.value(),
+                    ctx.Idioma == QStringLiteral("cat") ? t.catalan : t.spanish);
+}
 
 QString valueText(const store::Statement& row, int column, FieldType type, FieldRole role) {
     if (role == FieldRole::Reserved || row.isNull(column)) return {};
@@ -122,7 +178,7 @@ Value parseValue(const QString& text, const store::FieldDef& field, FieldRole ro
     switch (field.type) {
         case FieldType::Boolean: {
             const std::optional<bool> b = truth(text);
-            if (!b) throw ValueError(QStringLiteral("\"%1\" is not True or False").arg(text));
+            if (!b) throw ValueError(ValueError::Kind::Boolean, text);
             return std::int64_t{*b ? -1 : 0};
         }
         case FieldType::Integer:
@@ -132,7 +188,7 @@ Value parseValue(const QString& text, const store::FieldDef& field, FieldRole ro
             if (ok || text.isEmpty()) return std::int64_t{ok ? n : 0};
             // A flag kept in a number (Marca) may come as a Boolean's text.
             if (const std::optional<bool> b = truth(text)) return std::int64_t{*b ? -1 : 0};
-            throw ValueError(QStringLiteral("\"%1\" is not a whole number").arg(text));
+            throw ValueError(ValueError::Kind::WholeNumber, text);
         }
         case FieldType::Currency:
             return amount(text);

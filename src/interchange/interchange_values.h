@@ -7,6 +7,7 @@
 // the stored value has a time), a Boolean "True" or "False", a null as nothing at all.
 // Read: the decimal point is taken as well as the comma; a Boolean is also "Verdadero",
 // "Falso", "-1", "1" or "0"; an empty number or amount is 0, an empty date a null.
+#include "context/fwd.h"
 #include "context/money.h"
 #include "interchange_layout.h"
 #include "store/schema_objects.h"
@@ -30,11 +31,37 @@ namespace tallora::interchange {
 // date with its time.
 using Value = std::variant<std::nullptr_t, std::int64_t, double, Money, QString, QDate, QDateTime>;
 
-// A field's text that its column cannot take; what() says why.
+// A field's text that its column cannot take, or a record the import cannot place; what()
+// says why in English, reasonText in the user's language.
 class ValueError : public std::runtime_error {
 public:
-    explicit ValueError(const QString& reason) : std::runtime_error(reason.toStdString()) {}
+    enum class Kind {
+        WholeNumber,
+        Amount,
+        Number,
+        Date,
+        Time,
+        Boolean,
+        AccountTable,      // not one of the chart's tables
+        MissingTable,      // a table the exercise does not have
+        RepeatedPurchase,  // a purchase's number already there
+        NoFreeNumber,      // a sale's number could not be made free
+    };
+    ValueError(Kind kind, QString value, QString column = {});
+    Kind kind() const { return kind_; }
+    const QString& value() const { return value_; }
+    const QString& column() const { return column_; }
+    // The same fault, of the field `column`.
+    ValueError inColumn(const QString& column) const { return ValueError(kind_, value_, column); }
+
+private:
+    Kind kind_;
+    QString value_;
+    QString column_;
 };
+
+// What is wrong, in the language of the context: the field, the text it had, and why.
+QString reasonText(const WorkingContext& ctx, const ValueError& e);
 
 // The text of column `column` of `row`, of type `type`, as the file carries it.
 QString valueText(const store::Statement& row, int column, store::FieldType type, FieldRole role);

@@ -42,61 +42,72 @@ struct Installation {
         ctx.resourcesDir = QStringLiteral(TALLORA_SOURCE_DIR "/resources/");
         shell::openSampleCompany(ctx, dialogs, folder.path(), today);
         // The billing files, which a company gets when it turns billing on.
-        schema::createTables(ctx.companyFile(db::Fact), db::Fact,
-                             {"detalle", "documentos", "comercial_clientes", "Numeracion_Documentos"});
+        schema::createTables(
+            ctx.companyFile(db::Fact), db::Fact,
+            {"detalle", "documentos", "comercial_clientes", "Numeracion_Documentos"});
     }
     QTemporaryDir folder;
     WorkingContext ctx;
     ScriptedDialogs dialogs;
 };
 
-void exec(const QString& path, const QString& sql) { store::Database::open(path).execute(sql); }
+void exec(const QString& path, const QString& sql) {
+    store::Database::open(path).execute(sql);
+}
 
 // What the sample does not post: provisions, other movements, billing documents with their
 // lines (one of two lines, one with a "$"), the customers' payment details and numbering.
 void addTheOtherRecords(const WorkingContext& ctx) {
     store::Database supl = store::Database::open(ctx.exerciseFile(db::Supl));
     for (int i = 1; i <= 40; ++i)
-        supl.execute(QStringLiteral("insert into Suplidos (Ordre, data, Proveidor, NomProveidor, TOTAL, descripcio, "
-                                    "Marca, Protegit, Tipus, NomTipus) values (%1, '2026-%2-15', %3, "
-                                    "'Gestoria Almirall', %4, 'Tasas registro', 0, %5, '%6', '%7')")
-                         .arg(i)
-                         .arg(1 + i % 12, 2, 10, QChar(u'0'))
-                         .arg(1 + i % 5)
-                         .arg(125000 + i * 1005)
-                         .arg(i % 2 ? -1 : 0)
-                         .arg(i % 2 ? QStringLiteral("S") : QStringLiteral("P"))
-                         .arg(i % 2 ? QStringLiteral("Suplido") : QStringLiteral("Provision")));
+        supl.execute(
+            QStringLiteral(
+                "insert into Suplidos (Ordre, data, Proveidor, NomProveidor, TOTAL, descripcio, "
+                "Marca, Protegit, Tipus, NomTipus) values (%1, '2026-%2-15', %3, "
+                "'Gestoria Almirall', %4, 'Tasas registro', 0, %5, '%6', '%7')")
+                .arg(i)
+                .arg(1 + i % 12, 2, 10, QChar(u'0'))
+                .arg(1 + i % 5)
+                .arg(125000 + i * 1005)
+                .arg(i % 2 ? -1 : 0)
+                .arg(i % 2 ? QStringLiteral("S") : QStringLiteral("P"))
+                .arg(i % 2 ? QStringLiteral("Suplido") : QStringLiteral("Provision")));
     store::Database tesorer = store::Database::open(ctx.exerciseFile(db::Tesorer));
     for (int i = 1; i <= 30; ++i)
-        tesorer.execute(QStringLiteral("insert into otros_movimientos (data, cta_sale_tesoreria, cta_sale_otra, "
-                                       "cta_entra_tesoreria, cta_entra_otra, asiento, concepto, Importe) values "
-                                       "('2026-%1-0%2', 1, 0, 0, %3, %4, 'Traspaso num. %4', %5)")
-                            .arg(1 + i % 12, 2, 10, QChar(u'0'))
-                            .arg(1 + i % 9)
-                            .arg(1 + i % 3)
-                            .arg(i)
-                            .arg(i * 333333));
+        tesorer.execute(
+            QStringLiteral(
+                "insert into otros_movimientos (data, cta_sale_tesoreria, cta_sale_otra, "
+                "cta_entra_tesoreria, cta_entra_otra, asiento, concepto, Importe) values "
+                "('2026-%1-0%2', 1, 0, 0, %3, %4, 'Traspaso num. %4', %5)")
+                .arg(1 + i % 12, 2, 10, QChar(u'0'))
+                .arg(1 + i % 9)
+                .arg(1 + i % 3)
+                .arg(i)
+                .arg(i * 333333));
     store::Database fact = store::Database::open(ctx.companyFile(db::Fact));
     for (int d = 1; d <= 25; ++d) {
-        fact.execute(QStringLiteral("insert into documentos (FrasOut, Client, Presupuesto, Proforma, Albaran, Fecha, "
-                                    "Vencimiento, FormaPago, Entidad, ccc, Ejercicio, Temp, Borrador, Compte, "
-                                    "NomCompte, BaseIRPF, TipusIRPF, Retencio) values (%1, %2, %3, 0, %4, "
-                                    "'2026-%5-10', '2026-%5-28', 'Transferencia 30 dias', 'Caixa Penedes', "
-                                    "'21000418450200051332', 2026, 'no', 0, 11, 'Ventas', 0, 0, 0)")
-                         .arg(d % 3 == 0 ? d : 0)
-                         .arg(1 + d % 7)
-                         .arg(d % 3 == 1 ? d : 0)
-                         .arg(d % 3 == 2 ? d : 0)
-                         .arg(1 + d % 12, 2, 10, QChar(u'0')));
+        fact.execute(
+            QStringLiteral(
+                "insert into documentos (FrasOut, Client, Presupuesto, Proforma, Albaran, Fecha, "
+                "Vencimiento, FormaPago, Entidad, ccc, Ejercicio, Temp, Borrador, Compte, "
+                "NomCompte, BaseIRPF, TipusIRPF, Retencio) values (%1, %2, %3, 0, %4, "
+                "'2026-%5-10', '2026-%5-28', 'Transferencia 30 dias', 'Caixa Penedes', "
+                "'21000418450200051332', 2026, 'no', 0, 11, 'Ventas', 0, 0, 0)")
+                .arg(d % 3 == 0 ? d : 0)
+                .arg(1 + d % 7)
+                .arg(d % 3 == 1 ? d : 0)
+                .arg(d % 3 == 2 ? d : 0)
+                .arg(1 + d % 12, 2, 10, QChar(u'0')));
         for (int l = 1; l <= 3; ++l)
-            fact.execute(QStringLiteral("insert into detalle (FrasOut, fecha, concepto, unidades, pvp, dto, "
-                                        "precio_neto, importe, iva, Client, Presupuesto, Proforma, Albaran, "
-                                        "Ejercicio, Borrador) values (%1, '2026-%2-10', '%3', %4, %5, %6, %5, "
-                                        "%7, 21, %8, %9, 0, 0, 2026, 0)")
+            fact.execute(QStringLiteral(
+                             "insert into detalle (FrasOut, fecha, concepto, unidades, pvp, dto, "
+                             "precio_neto, importe, iva, Client, Presupuesto, Proforma, Albaran, "
+                             "Ejercicio, Borrador) values (%1, '2026-%2-10', '%3', %4, %5, %6, %5, "
+                             "%7, 21, %8, %9, 0, 0, 2026, 0)")
                              .arg(d % 3 == 0 ? d : 0)
                              .arg(1 + d % 12, 2, 10, QChar(u'0'))
-                             .arg(l == 1   ? QStringLiteral("Caja de tornillos 4 x 40\r\n(200 unidades)")
+                             .arg(l == 1
+                                      ? QStringLiteral("Caja de tornillos 4 x 40\r\n(200 unidades)")
                                   : l == 2 ? QStringLiteral("Tablero de pino macizo 200 x 40 cm")
                                            : QStringLiteral("Portes y embalaje"))
                              .arg(l * 1.5)
@@ -107,12 +118,14 @@ void addTheOtherRecords(const WorkingContext& ctx) {
                              .arg(d % 3 == 1 ? d : 0));
     }
     for (int c = 1; c <= 7; ++c)
-        fact.execute(QStringLiteral("insert into comercial_clientes (Client, FormaPago, Entidad, ccc) values "
-                                    "(%1, 'Recibo domiciliado', 'Banco de Sabadell', '0081020%2000123456')")
+        fact.execute(QStringLiteral(
+                         "insert into comercial_clientes (Client, FormaPago, Entidad, ccc) values "
+                         "(%1, 'Recibo domiciliado', 'Banco de Sabadell', '0081020%2000123456')")
                          .arg(c)
                          .arg(c));
-    fact.execute(QStringLiteral("insert into Numeracion_Documentos (FrasOut, Presupuesto, Proforma, Albaran, "
-                                "Ejercicio, Borrador) values (9, 26, 1, 25, 2026, 0)"));
+    fact.execute(QStringLiteral(
+        "insert into Numeracion_Documentos (FrasOut, Presupuesto, Proforma, Albaran, "
+        "Ejercicio, Borrador) values (9, 26, 1, 25, 2026, 0)"));
 }
 
 // Every row of every table of every database of the exercise and of its company, keyed by
@@ -194,7 +207,9 @@ protected:
     }
     void SetUp() override { ASSERT_NE(target_, nullptr) << "no generated year: " << setupError_; }
 
-    static QString file(const char* name) { return source_->folder.filePath(QString::fromLatin1(name)); }
+    static QString file(const char* name) {
+        return source_->folder.filePath(QString::fromLatin1(name));
+    }
 
     static inline std::unique_ptr<Installation> source_;
     static inline std::unique_ptr<Installation> target_;
@@ -208,15 +223,16 @@ TEST_F(InterchangeRoundTrip, AWholeYearComesBackByteForByteWithTheSameBooks) {
     ASSERT_GT(written, kInvoices);
     // Every kind of record is there.
     const QList<QByteArray> lines = linesOf(first);
-    for (const char* key : {"5CLI", "5PRO", "5CTA", "5OUT", "5IN ", "5SUP", "5TSE", "5TSM", "5TSO", "5CAR",
-                            "5FTC", "5FTD", "5FTM", "5FTN"}) {
+    for (const char* key : {"5CLI", "5PRO", "5CTA", "5OUT", "5IN ", "5SUP", "5TSE", "5TSM", "5TSO",
+                            "5CAR", "5FTC", "5FTD", "5FTM", "5FTN"}) {
         const bool found = std::any_of(lines.begin(), lines.end(),
                                        [key](const QByteArray& l) { return l.startsWith(key); });
         EXPECT_TRUE(found) << key;
     }
 
     const interchange::FileHeader header = interchange::readHeader(target_->ctx, first);
-    EXPECT_EQ(interchange::importInterchangeFile(target_->ctx, first, header, interchange::presetFor(header), {}),
+    EXPECT_EQ(interchange::importInterchangeFile(target_->ctx, first, header,
+                                                 interchange::presetFor(header), {}),
               written);
     const QString second = file("second.dat");
     EXPECT_EQ(interchange::writeInterchangeFile(target_->ctx, second, {}, {}, kNow), written);
@@ -247,7 +263,8 @@ TEST_F(InterchangeRoundTrip, ARefusedTenThousandthRecordLeavesEveryFileAsItWas) 
     const interchange::FileHeader header = interchange::readHeader(target_->ctx, broken);
     EXPECT_FALSE(interchange::Importa(target_->ctx, target_->dialogs, broken, header,
                                       interchange::presetFor(header)));
-    EXPECT_TRUE(target_->dialogs.lastText().contains(QString::number(bad))) << target_->dialogs.lastText().toStdString();
+    EXPECT_TRUE(target_->dialogs.lastText().contains(QString::number(bad)))
+        << target_->dialogs.lastText().toStdString();
     EXPECT_EQ(dumpOf(target_->ctx), before);
 }
 
@@ -255,8 +272,8 @@ TEST_F(InterchangeRoundTrip, AnImportKilledHalfwayLeavesEveryFileAsItWasAndTheEx
     const auto before = dumpOf(target_->ctx);
     QProcess cli;
     cli.setProgram(QStringLiteral(TALLORA_CLI));
-    cli.setArguments({"--unit", target_->ctx.Unitat, "--program-dir", target_->ctx.programDir, "--yes", "import",
-                      "B1234567", "2026", file("first.dat"), "--whole"});
+    cli.setArguments({"--unit", target_->ctx.Unitat, "--program-dir", target_->ctx.programDir,
+                      "--yes", "import", "B1234567", "2026", file("first.dat"), "--whole"});
     cli.setProcessChannelMode(QProcess::SeparateChannels);
     cli.start();
     ASSERT_TRUE(cli.waitForStarted());
