@@ -8,7 +8,7 @@ TEST_ENV := LANG=es_ES.UTF-8 LC_ALL=es_ES.UTF-8 TZ=Pacific/Kiritimati QT_QPA_PLA
 	LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp:print_suppressions=0 \
 	UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 
-.PHONY: run test build release deps screenshots bench package clean
+.PHONY: run test build release deps screenshots bench package fuzz clean
 
 deps:
 	@scripts/install-deps
@@ -37,6 +37,20 @@ package: release
 
 bench: release
 	@for b in $(RELEASE_DIR)/bench/bench_*; do echo "== $$b"; $$b; done
+
+# The reader of interchange files under libFuzzer, seeded with the golden files, for
+# FUZZ_SECONDS (30 minutes unless given). A crash or hang is left in build/fuzz/findings.
+FUZZ_DIR := build/fuzz
+FUZZ_SECONDS ?= 1800
+fuzz:
+	@scripts/install-deps --fuzz
+	@cmake -S . -B $(FUZZ_DIR) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTALLORA_FUZZ=ON \
+		-DCMAKE_CXX_COMPILER=clang++ >/dev/null
+	@cmake --build $(FUZZ_DIR) -j $(JOBS) --target fuzz_interchange_reader
+	@mkdir -p $(FUZZ_DIR)/corpus $(FUZZ_DIR)/findings
+	@for f in tests/data/interchange/*/input.dat; do cp $$f $(FUZZ_DIR)/corpus/$$(basename $$(dirname $$f)).dat; done
+	QT_QPA_PLATFORM=offscreen $(FUZZ_DIR)/fuzz/fuzz_interchange_reader $(FUZZ_DIR)/corpus \
+		-max_total_time=$(FUZZ_SECONDS) -max_len=65536 -timeout=10 -artifact_prefix=$(FUZZ_DIR)/findings/
 
 clean:
 	rm -rf build
