@@ -48,7 +48,8 @@ class Stopwatch {
 public:
     explicit Stopwatch(const char* key) : key_(key) {}
     void stop() {
-        const double s = std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+        const double s =
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
         auto& all = seconds();
         if (!all.count(key_) || s < all[key_]) all[key_] = s;
     }
@@ -92,8 +93,9 @@ Year& year() {
 // The databases an import writes, by alias, as they lie beside each other.
 const std::vector<std::pair<const char*, QString>>& databases() {
     static const std::vector<std::pair<const char*, QString>> all{
-        {"comptes", schema::db::Comptes}, {"frasout", schema::db::FrasOut}, {"frasin", schema::db::FrasIn},
-        {"supl", schema::db::Supl},       {"tesorer", schema::db::Tesorer}, {"cartera", schema::db::Cartera}};
+        {"comptes", schema::db::Comptes}, {"frasout", schema::db::FrasOut},
+        {"frasin", schema::db::FrasIn},   {"supl", schema::db::Supl},
+        {"tesorer", schema::db::Tesorer}, {"cartera", schema::db::Cartera}};
     return all;
 }
 
@@ -103,12 +105,13 @@ QString pathOf(const WorkingContext& ctx, const QString& database) {
 
 sqlite3* openRaw(const WorkingContext& ctx) {
     sqlite3* db = nullptr;
-    if (sqlite3_open_v2(ctx.exerciseFile(schema::db::Gest).toUtf8().constData(), &db, SQLITE_OPEN_READWRITE,
-                        nullptr) != SQLITE_OK)
+    if (sqlite3_open_v2(ctx.exerciseFile(schema::db::Gest).toUtf8().constData(), &db,
+                        SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
         fail(QStringLiteral("cannot open gest.mdb"));
     store::registerTextRules(db);
     for (const auto& [alias, database] : databases()) {
-        const std::string sql = "attach database '" + pathOf(ctx, database).toStdString() + "' as " + alias;
+        const std::string sql =
+            "attach database '" + pathOf(ctx, database).toStdString() + "' as " + alias;
         if (sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK)
             fail(QString::fromUtf8(sqlite3_errmsg(db)));
     }
@@ -143,12 +146,15 @@ struct RowsInMemory {
 };
 
 const std::vector<std::string>& importedTables() {
-    static const std::vector<std::string> all{
-        "main.Clients",      "main.Proveidors",     "comptes.Amortitzacions", "comptes.Compres",
-        "comptes.Ingresos",  "comptes.Inversions",  "comptes.Personal",       "comptes.Serveis",
-        "comptes.Tributs",   "comptes.Otras",       "frasout.FrasOut",        "frasin.FrasIN",
-        "supl.Suplidos",     "tesorer.entidades",   "tesorer.movimientos",    "tesorer.otros_movimientos",
-        "cartera.cartera"};
+    static const std::vector<std::string> all{"main.Clients",           "main.Proveidors",
+                                              "comptes.Amortitzacions", "comptes.Compres",
+                                              "comptes.Ingresos",       "comptes.Inversions",
+                                              "comptes.Personal",       "comptes.Serveis",
+                                              "comptes.Tributs",        "comptes.Otras",
+                                              "frasout.FrasOut",        "frasin.FrasIN",
+                                              "supl.Suplidos",          "tesorer.entidades",
+                                              "tesorer.movimientos",    "tesorer.otros_movimientos",
+                                              "cartera.cartera"};
     return all;
 }
 
@@ -157,11 +163,12 @@ RowsInMemory& rowsInMemory() {
         RowsInMemory r;
         sqlite3* db = openRaw(year().target.ctx);
         for (const std::string& name : importedTables()) {
-            RowsInMemory::Table t{name};
+            RowsInMemory::Table t{name, 0, {}};
             sqlite3_stmt* st = prepare(db, "select * from " + name);
             t.width = sqlite3_column_count(st);
             while (sqlite3_step(st) == SQLITE_ROW) {
-                for (int c = 0; c < t.width; ++c) t.cells.push_back(sqlite3_value_dup(sqlite3_column_value(st, c)));
+                for (int c = 0; c < t.width; ++c)
+                    t.cells.push_back(sqlite3_value_dup(sqlite3_column_value(st, c)));
                 ++r.rows;
             }
             sqlite3_finalize(st);
@@ -184,8 +191,8 @@ static void BM_Export(benchmark::State& state) {
     }
     if (y.records < kInvoices) fail(QStringLiteral("the export lacks records"));
     state.counters["records"] = static_cast<double>(y.records);
-    state.counters["records/s"] =
-        benchmark::Counter(static_cast<double>(y.records), benchmark::Counter::kIsIterationInvariantRate);
+    state.counters["records/s"] = benchmark::Counter(static_cast<double>(y.records),
+                                                     benchmark::Counter::kIsIterationInvariantRate);
     state.counters["MB"] = static_cast<double>(QFile(y.file).size()) / 1e6;
 }
 BENCHMARK(BM_Export)->Iterations(3)->UseRealTime()->Unit(benchmark::kMillisecond);
@@ -196,12 +203,13 @@ static void BM_Import(benchmark::State& state) {
     qint64 imported = 0;
     for (auto _ : state) {
         Stopwatch watch("import");
-        imported = interchange::importInterchangeFile(y.target.ctx, y.file, header, interchange::presetFor(header), {});
+        imported = interchange::importInterchangeFile(y.target.ctx, y.file, header,
+                                                      interchange::presetFor(header), {});
         watch.stop();
     }
     if (imported != y.records) fail(QStringLiteral("the import lost records"));
-    state.counters["records/s"] =
-        benchmark::Counter(static_cast<double>(imported), benchmark::Counter::kIsIterationInvariantRate);
+    state.counters["records/s"] = benchmark::Counter(static_cast<double>(imported),
+                                                     benchmark::Counter::kIsIterationInvariantRate);
 }
 BENCHMARK(BM_Import)->Iterations(3)->UseRealTime()->Unit(benchmark::kMillisecond);
 
@@ -221,8 +229,10 @@ static void BM_RawInsert(benchmark::State& state) {
             for (int c = 0; c < t.width; ++c) marks += c ? ", ?" : "?";
             sqlite3_stmt* insert = prepare(db, "insert into " + t.name + " values (" + marks + ")");
             for (std::size_t i = 0; i < t.cells.size(); i += static_cast<std::size_t>(t.width)) {
-                for (int c = 0; c < t.width; ++c) sqlite3_bind_value(insert, c + 1, t.cells[i + static_cast<std::size_t>(c)]);
-                if (sqlite3_step(insert) != SQLITE_DONE) fail(QString::fromUtf8(sqlite3_errmsg(db)));
+                for (int c = 0; c < t.width; ++c)
+                    sqlite3_bind_value(insert, c + 1, t.cells[i + static_cast<std::size_t>(c)]);
+                if (sqlite3_step(insert) != SQLITE_DONE)
+                    fail(QString::fromUtf8(sqlite3_errmsg(db)));
                 sqlite3_reset(insert);
             }
             sqlite3_finalize(insert);
@@ -231,8 +241,8 @@ static void BM_RawInsert(benchmark::State& state) {
         watch.stop();
     }
     sqlite3_close(db);
-    state.counters["rows/s"] =
-        benchmark::Counter(static_cast<double>(m.rows), benchmark::Counter::kIsIterationInvariantRate);
+    state.counters["rows/s"] = benchmark::Counter(static_cast<double>(m.rows),
+                                                  benchmark::Counter::kIsIterationInvariantRate);
 }
 BENCHMARK(BM_RawInsert)->Iterations(3)->UseRealTime()->Unit(benchmark::kMillisecond);
 
@@ -244,15 +254,19 @@ int main(int argc, char** argv) {
     const auto& s = seconds();
     const qint64 records = year().records;
     if (s.count("export"))
-        std::printf("export: %lld records in %.0f ms, %.0f records/s\n", static_cast<long long>(records),
-                    s.at("export") * 1000, records / s.at("export"));
+        std::printf("export: %lld records in %.0f ms, %.0f records/s\n",
+                    static_cast<long long>(records), s.at("export") * 1000,
+                    records / s.at("export"));
     if (s.count("import"))
-        std::printf("import: %lld records in %.0f ms, %.0f records/s\n", static_cast<long long>(records),
-                    s.at("import") * 1000, records / s.at("import"));
+        std::printf("import: %lld records in %.0f ms, %.0f records/s\n",
+                    static_cast<long long>(records), s.at("import") * 1000,
+                    records / s.at("import"));
     if (s.count("import") && s.count("raw insert") && s.at("raw insert") > 0) {
         const double times = s.at("import") / s.at("raw insert");
-        std::printf("import: %.1f times the raw SQLite cost of inserting the same rows (%.0f ms), %s\n", times,
-                    s.at("raw insert") * 1000, times <= kGoal ? "within the goal of 3" : "beyond the goal of 3");
+        std::printf(
+            "import: %.1f times the raw SQLite cost of inserting the same rows (%.0f ms), %s\n",
+            times, s.at("raw insert") * 1000,
+            times <= kGoal ? "within the goal of 3" : "beyond the goal of 3");
     }
     return 0;
 }

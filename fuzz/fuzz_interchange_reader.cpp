@@ -14,20 +14,22 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const tallora::WorkingContext ctx;
-    const QList<QByteArray> lines = QByteArray::fromRawData(reinterpret_cast<const char*>(data),
-                                                            static_cast<qsizetype>(size))
-                                        .split('\n');
+    const QList<QByteArray> lines =
+        QByteArray::fromRawData(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size))
+            .split('\n');
     QStringList head;
-    for (qsizetype i = 0; i < lines.size() && i < 9; ++i) head << tallora::interchange::decodeLine(lines[i]);
+    for (qsizetype i = 0; i < lines.size() && i < 9; ++i)
+        head << tallora::interchange::decodeLine(lines[i]);
     const tallora::interchange::FileHeader header = tallora::interchange::parseHeader(ctx, head);
     (void)header.originWord();
     (void)header.version();
     // Both modes and both treasury settings read a line differently.
     const bool partial = !header.isWhole();
     const bool treasury = size % 2 == 0;
+    tallora::interchange::RecordReader reader(partial, treasury);
     for (const QByteArray& bytes : lines) {
         try {
-            (void)tallora::interchange::parseRecordLine(tallora::interchange::decodeLine(bytes), partial, treasury);
+            (void)reader.read(tallora::interchange::decodeLine(bytes));
         } catch (const tallora::interchange::ValueError&) {
         }
     }

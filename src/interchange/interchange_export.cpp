@@ -131,7 +131,7 @@ private:
 
 bool goes(const RecordLayout& layout, const ExportChoice& choice) {
     if (choice.whole) return true;
-    const QString key = layout.trimmedKey();
+    const QStringView key = layout.trimmedKey();
     return (key == u"5CLI" && choice.customers) || (key == u"5PRO" && choice.suppliers) ||
            (key == u"5CTA" && choice.chart);
 }

@@ -96,10 +96,11 @@ public:
         : files_(files), choice_(choice), report_(report) {}
 
     void insert(const ParsedRecord& r) {
-        const QString key = r.layout->trimmedKey();
+        const QStringView key = r.layout->trimmedKey();
         const bool keep = keepsNumber(key);
+        const RecordField* numberField = r.numberField();
+        QString number = numberField ? numberField->text : QString();
         // The number a sale takes must be free in FrasOut.
-        QString number = numberOf(r);
         if (key == u"5OUT") number = freeSaleNumber(number);
         // A purchase keeps its number: a repeated one refuses the import.
         if (key == u"5IN" &&
@@ -108,14 +109,14 @@ public:
         store::Statement& st = statement(r, keep);
         int n = 0;
         for (const RecordField& f : r.fields) {
-            if (&f == numberField(r)) {
-                if (!keep) continue;
-                if (key == u"5OUT") {
-                    bindValue(st, ++n, parseNumber(number));
-                    continue;
-                }
-            }
-            bindValue(st, ++n, f.value);
+            if (&f != numberField)
+                bindValue(st, ++n, f.value);
+            else if (!keep)
+                continue;
+            else if (key == u"5OUT")
+                bindValue(st, ++n, parseNumber(number));
+            else
+                bindValue(st, ++n, f.value);
         }
         st.execute();
         if (!keep) number = QString::number(files_.db().lastInsertId());
@@ -127,21 +128,12 @@ public:
     }
 
 private:
-    bool keepsNumber(const QString& key) const {
+    bool keepsNumber(QStringView key) const {
         if (choice_.whole) return true;
         if (key == u"5CLI") return !choice_.customers;
         if (key == u"5PRO") return !choice_.suppliers;
         if (key == u"5CTA") return !choice_.chart;
         return true;
-    }
-
-    static const RecordField* numberField(const ParsedRecord& r) {
-        return r.find(r.layout->trimmedKey() == u"5CTA" ? QStringLiteral("Compte")
-                                                        : r.layout->fields.front().column);
-    }
-    static QString numberOf(const ParsedRecord& r) {
-        const RecordField* f = numberField(r);
-        return f ? f->text : QString();
     }
 
     static std::int64_t parseNumber(const QString& number) {
@@ -180,14 +172,14 @@ private:
     }
 
     store::Statement& statement(const ParsedRecord& r, bool keep) {
-        const QString id = r.layout->key + u'|' + r.table + (keep ? u'k' : u'n');
+        const std::pair<std::size_t, bool> id{r.shape, keep};
         auto it = inserts_.find(id);
         if (it != inserts_.end()) return it->second;
         if (!files_.hasTable(r.layout->database, r.table))
             throw ValueError(ValueError::Kind::MissingTable, r.table);
         QStringList columns;
         for (const RecordField& f : r.fields)
-            if (keep || &f != numberField(r)) columns << store::quoteIdentifier(f.field->column);
+            if (keep || &f != r.numberField()) columns << store::quoteIdentifier(f.field->column);
         store::Statement st = files_.db().prepare(
             store::insertInto(files_.tableRef(r.layout->database, r.table), columns));
         return inserts_.emplace(id, std::move(st)).first->second;
@@ -196,7 +188,7 @@ private:
     InterchangeFiles& files_;
     const ImportChoice& choice_;
     const RunReport& report_;
-    std::map<QString, store::Statement> inserts_;
+    std::map<std::pair<std::size_t, bool>, store::Statement> inserts_;
     std::optional<store::Statement> saleExists_;
     std::optional<store::Statement> purchaseExists_;
 };
@@ -253,14 +245,14 @@ qint64 importInterchangeFile(const WorkingContext& ctx, const QString& path,
         else if (choice.chart)
             IMPORTA_LIMPIA_CUENTAS(files);
         Merger merger(files, choice, report);
+        RecordReader reader(partial, ctx.Tesoreria);
         qint64 done = 0;
         if (report.progress) report.progress(0, total);
         while (!file.atEnd()) {
             const QString line = decodeLine(file.readLine());
             ++lineNumber;
             key = line.left(4);
-            if (std::optional<ParsedRecord> r = parseRecordLine(line, partial, ctx.Tesoreria))
-                merger.insert(*r);
+            if (std::optional<ParsedRecord> r = reader.read(line)) merger.insert(*r);
             if (lineNumber > 9) ++done;
             if (report.progress) report.progress(done, total);
         }

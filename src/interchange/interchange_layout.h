@@ -44,7 +44,7 @@ struct RecordLayout {
     QString logText;  // the column shown after the number in the log; empty for none
 
     // The trimmed key, as the reader compares it ("5IN").
-    QString trimmedKey() const { return key.trimmed(); }
+    QStringView trimmedKey() const { return QStringView(key).trimmed(); }
     const FieldLayout* field(const QString& column) const;
     // The column right after the last field: where a full line ends.
     int lineLength(bool treasury) const;

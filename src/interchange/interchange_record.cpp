@@ -32,11 +32,30 @@ const RecordField* ParsedRecord::find(const QString& column) const {
     return nullptr;
 }
 
-std::optional<ParsedRecord> parseRecordLine(const QString& line, bool partial, bool treasury) {
+const RecordReader::Plan& RecordReader::plan(const RecordLayout& layout, const QString& table) {
+    const QString id = layout.key + table;
+    for (const auto& [key, p] : plans_)
+        if (key == id) return p;
+    Plan p;
+    p.shape = plans_.size() + 1;
+    const schema::TableCatalog& catalog = schema::TableCatalog::builtIn();
+    // The number of an account is its Compte; of any other record, its first field.
+    const QString number =
+        layout.trimmedKey() == u"5CTA" ? QStringLiteral("Compte") : layout.fields.front().column;
+    for (const FieldLayout& f : layout.fields) {
+        if (!isRead(f, treasury_)) continue;
+        if (f.column == number) p.number = static_cast<int>(p.fields.size());
+        p.fields.emplace_back(&f, catalog.field(layout.database, table, f.column));
+    }
+    plans_.emplace_back(id, std::move(p));
+    return plans_.back().second;
+}
+
+std::optional<ParsedRecord> RecordReader::read(const QString& line) {
     const QString key = fieldText(line, 1, 4);
     if (key.isEmpty() || key == QStringLiteral("INF")) return std::nullopt;
     const RecordLayout* layout = layoutFor(key);
-    if (!layout || (partial && !isSelectionKey(key))) return std::nullopt;
+    if (!layout || (partial_ && !isSelectionKey(key))) return std::nullopt;
     ParsedRecord r;
     r.layout = layout;
     r.table = layout->table;
@@ -44,20 +63,20 @@ std::optional<ParsedRecord> parseRecordLine(const QString& line, bool partial, b
         const FieldLayout& name = layout->fields.front();
         r.table = accountTable(fieldText(line, name.readColumn(), name.width));
     }
-    const schema::TableCatalog& catalog = schema::TableCatalog::builtIn();
-    r.fields.reserve(layout->fields.size());
-    for (const FieldLayout& f : layout->fields) {
-        if (!isRead(f, treasury)) continue;
-        QString text = fieldText(line, f.readColumn(), f.width);
+    const Plan& p = plan(*layout, r.table);
+    r.shape = p.shape;
+    r.number = p.number;
+    const bool account = key == u"5CTA";
+    r.fields.reserve(p.fields.size());
+    for (const auto& [f, def] : p.fields) {
+        QString text = fieldText(line, f->readColumn(), f->width);
         // An account without a kind takes "-".
-        if (layout->trimmedKey() == u"5CTA" && f.column == u"Tipus" && text.isEmpty())
-            text = QStringLiteral("-");
-        const store::FieldDef def = catalog.field(layout->database, r.table, f.column);
+        if (account && f->column == u"Tipus" && text.isEmpty()) text = QStringLiteral("-");
         try {
-            Value v = parseValue(text, def, f.role);
-            r.fields.push_back({&f, std::move(text), std::move(v)});
+            Value v = parseValue(text, def, f->role);
+            r.fields.push_back({f, std::move(text), std::move(v)});
         } catch (const ValueError& e) {
-            throw e.inColumn(f.column);
+            throw e.inColumn(f->column);
         }
     }
     return r;

@@ -7,7 +7,9 @@
 
 #include <QString>
 
+#include <cstddef>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace tallora::interchange {
@@ -22,15 +24,40 @@ struct ParsedRecord {
     const RecordLayout* layout = nullptr;
     QString table;  // the record's table; for an account, the one the line names
     std::vector<RecordField> fields;
+    int number = -1;  // the field of the record's number, in `fields`
+    // The same for every record of one kind and table that one reader reads.
+    std::size_t shape = 0;
 
     // The field of that column; null when the reader does not take it.
     const RecordField* find(const QString& column) const;
+    const RecordField* numberField() const {
+        return number < 0 ? nullptr : &fields[static_cast<std::size_t>(number)];
+    }
 };
 
-// The record of a line, or nullopt for a line the reader passes over: the header's, an
-// empty one, a key unknown in the mode (a partial import reads customers, suppliers and
-// the chart only). `treasury` says whether the saldo columns are read. Throws ValueError
-// for a field its column cannot take, or an account table that is not one of the chart's.
-std::optional<ParsedRecord> parseRecordLine(const QString& line, bool partial, bool treasury);
+// Takes data lines apart for one import: a partial one reads customers, suppliers and the
+// chart only, and the saldo columns are read with the treasury option on.
+class RecordReader {
+public:
+    RecordReader(bool partial, bool treasury) : partial_(partial), treasury_(treasury) {}
+
+    // The record of a line, or nullopt for a line the reader passes over: the header's, an
+    // empty one, a key unknown in the mode. Throws ValueError for a field its column cannot
+    // take, or an account table that is not one of the chart's.
+    std::optional<ParsedRecord> read(const QString& line);
+
+private:
+    // The fields a record of one kind and table reads, with their columns' definitions.
+    struct Plan {
+        std::size_t shape = 0;
+        std::vector<std::pair<const FieldLayout*, store::FieldDef>> fields;
+        int number = -1;
+    };
+    const Plan& plan(const RecordLayout& layout, const QString& table);
+
+    bool partial_;
+    bool treasury_;
+    std::vector<std::pair<QString, Plan>> plans_;  // by key and table
+};
 
 }  // namespace tallora::interchange

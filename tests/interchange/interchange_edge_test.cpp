@@ -675,7 +675,7 @@ TEST_F(Interchange, TheCustomerBankAccountIsReadFromColumn111) {
     QByteArray line = recordLine("5FTC", {{"Id", "2"}, {"Client", "3"}, {"FormaPago", "Contado"}});
     put(line, 111, 5, "ABCDE");
     put(line, 116, 25, "FGHIJ");
-    const auto r = interchange::parseRecordLine(decodeWindows1252(line), false, false);
+    const auto r = interchange::RecordReader(false, false).read(decodeWindows1252(line));
     ASSERT_TRUE(r.has_value());
     ASSERT_NE(r->find("ccc"), nullptr);
     EXPECT_EQ(r->find("ccc")->text, QStringLiteral("ABCDEFGHIJ"));
