@@ -287,7 +287,40 @@ void frmImportar::setImportFile(const QString& path) {
     }
 }
 
-void frmImportar::running(QListWidget* log, QProgressBar* bar, const std::function<void()>& work) {
+namespace {
+
+// The screen's message boxes, each shown once the log and the bar are up to date, so that
+// a message at the end of a run sits over the run's last lines.
+class LogFirstDialogs : public Dialogs {
+public:
+    LogFirstDialogs(Dialogs& inner, std::function<void()> show)
+        : inner_(inner), show_(std::move(show)) {}
+    void information(const QString& text, const QString& title) override {
+        show_();
+        inner_.information(text, title);
+    }
+    void stop(const QString& text, const QString& title) override {
+        show_();
+        inner_.stop(text, title);
+    }
+    Answer yesNo(const QString& text, const QString& title) override {
+        show_();
+        return inner_.yesNo(text, title);
+    }
+    Answer okCancel(const QString& text, const QString& title, Icon icon) override {
+        show_();
+        return inner_.okCancel(text, title, icon);
+    }
+    void beep() override { inner_.beep(); }
+
+private:
+    Dialogs& inner_;
+    std::function<void()> show_;
+};
+
+}  // namespace
+
+void frmImportar::running(QListWidget* log, QProgressBar* bar, const Work& work) {
     running_ = true;
     TabStrip1_->setEnabled(false);
     QApplication::setOverrideCursor(Qt::WaitCursor);
@@ -295,9 +328,13 @@ void frmImportar::running(QListWidget* log, QProgressBar* bar, const std::functi
     bar->setMaximum(1);
     bar->setValue(0);
     QStringList pending;
+    qint64 done = 0;
+    qint64 total = 1;
     QElapsedTimer sinceShown;
     sinceShown.start();
     const auto show = [&] {
+        bar->setMaximum(static_cast<int>(std::max<qint64>(1, total)));
+        bar->setValue(static_cast<int>(std::min(done, total)));
         log->addItems(pending);
         pending.clear();
         log->scrollToBottom();
@@ -306,19 +343,15 @@ void frmImportar::running(QListWidget* log, QProgressBar* bar, const std::functi
     };
     interchange::RunReport report;
     report.log = [&](const QString& line) { pending << line; };
-    report.progress = [&](qint64 done, qint64 total) {
+    report.progress = [&](qint64 d, qint64 t) {
+        done = d;
+        total = t;
         // Repainting every record would cost more than the records.
-        if (sinceShown.elapsed() < 100 && done != total) return;
-        bar->setMaximum(static_cast<int>(std::max<qint64>(1, total)));
-        bar->setValue(static_cast<int>(std::min(done, total)));
-        show();
+        if (sinceShown.elapsed() >= 100) show();
     };
-    runReport_ = &report;
-    work();
-    runReport_ = nullptr;
-    bar->setValue(bar->maximum());
-    log->addItems(pending);
-    log->scrollToBottom();
+    LogFirstDialogs dialogs(dialogs_, show);
+    work(dialogs, report);
+    show();
     QApplication::restoreOverrideCursor();
     TabStrip1_->setEnabled(true);
     running_ = false;
@@ -337,8 +370,8 @@ void frmImportar::btn_Exporta() {
         interchange::Exporta(ctx_, dialogs_, txtDirExporta->text(), choice);
         return;
     }
-    running(List_exporta, ProgExporta, [&] {
-        interchange::Exporta(ctx_, dialogs_, txtDirExporta->text(), choice, *runReport_);
+    running(List_exporta, ProgExporta, [&](Dialogs& dialogs, const interchange::RunReport& report) {
+        interchange::Exporta(ctx_, dialogs, txtDirExporta->text(), choice, report);
     });
     btn_Exporta_->setFocus();
 }
@@ -352,9 +385,9 @@ void frmImportar::btn_Importa() {
     choice.chart = OpChkCuentasImporta->isChecked();
     choice.exportChart = OpChkCuentas->isChecked();
     bool imported = false;
-    running(List1, ProgImporta, [&] {
-        imported = interchange::Importa(ctx_, dialogs_, txtDirImporta->text(), header_, choice,
-                                        *runReport_);
+    running(List1, ProgImporta, [&](Dialogs& dialogs, const interchange::RunReport& report) {
+        imported =
+            interchange::Importa(ctx_, dialogs, txtDirImporta->text(), header_, choice, report);
     });
     if (imported) emit importFinished();
     btn_Importa_->setFocus();

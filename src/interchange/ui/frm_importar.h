@@ -61,14 +61,14 @@ private:
     QWidget* exportTab();
     QWidget* importTab();
     void showExportBoxes();
-    // Runs `work` with the screen greyed, its log and progress bar fed as it goes.
-    void running(QListWidget* log, QProgressBar* bar, const std::function<void()>& work);
+    // Runs `work` with the screen greyed, its log and progress bar fed as it goes; every
+    // message box it shows comes after the log is up to date.
+    using Work = std::function<void(Dialogs& dialogs, const interchange::RunReport& report)>;
+    void running(QListWidget* log, QProgressBar* bar, const Work& work);
 
     WorkingContext& ctx_;
     Dialogs& dialogs_;
     interchange::FileHeader header_;
-    // The report of the run in progress, which its work passes on.
-    const interchange::RunReport* runReport_ = nullptr;
     bool running_ = false;
 
     QTabWidget* TabStrip1_ = nullptr;
