@@ -19,10 +19,10 @@
 #include "context/file_tree.h"
 #include "context/list_files.h"
 #include "context/working_context.h"
+#include "raw_sqlite.h"
 #include "report/report_job.h"
 #include "schema/creation.h"
 #include "shell/sample_exercise.h"
-#include "store/collation.h"
 #include "store/database.h"
 
 #include <QDate>
@@ -130,28 +130,10 @@ Year& year() {
     return y;
 }
 
-// A plain connection as any program would open these files: the text rules the columns
-// declare are the only thing of ours it takes, as SQLite cannot compare those columns
-// without them.
+using raw::exec;
+using raw::prepare;
 sqlite3* openRaw(const QString& path) {
-    sqlite3* db = nullptr;
-    if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr) !=
-        SQLITE_OK)
-        fail(QStringLiteral("cannot open ") + path);
-    store::registerTextRules(db);
-    return db;
-}
-
-void exec(sqlite3* db, const char* sql) {
-    if (sqlite3_exec(db, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
-        fail(QString::fromUtf8(sqlite3_errmsg(db)));
-}
-
-sqlite3_stmt* prepare(sqlite3* db, const std::string& sql) {
-    sqlite3_stmt* st = nullptr;
-    if (sqlite3_prepare_v2(db, sql.c_str(), -1, &st, nullptr) != SQLITE_OK)
-        fail(QString::fromUtf8(sqlite3_errmsg(db)));
-    return st;
+    return raw::open(path);
 }
 
 // --- The journal's rows in memory ------------------------------------------------------

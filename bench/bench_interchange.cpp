@@ -8,9 +8,9 @@
 #include "context/working_context.h"
 #include "interchange/interchange_export.h"
 #include "interchange/interchange_import.h"
+#include "raw_sqlite.h"
 #include "schema/creation.h"
 #include "shell/sample_exercise.h"
-#include "store/collation.h"
 
 #include <QDir>
 #include <QFile>
@@ -103,31 +103,15 @@ QString pathOf(const WorkingContext& ctx, const QString& database) {
     return database == schema::db::Cartera ? ctx.companyFile(database) : ctx.exerciseFile(database);
 }
 
+using raw::exec;
+using raw::prepare;
+
+// gest.mdb with the other files attached, as the import has them.
 sqlite3* openRaw(const WorkingContext& ctx) {
-    sqlite3* db = nullptr;
-    if (sqlite3_open_v2(ctx.exerciseFile(schema::db::Gest).toUtf8().constData(), &db,
-                        SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
-        fail(QStringLiteral("cannot open gest.mdb"));
-    store::registerTextRules(db);
-    for (const auto& [alias, database] : databases()) {
-        const std::string sql =
-            "attach database '" + pathOf(ctx, database).toStdString() + "' as " + alias;
-        if (sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK)
-            fail(QString::fromUtf8(sqlite3_errmsg(db)));
-    }
+    sqlite3* db = raw::open(ctx.exerciseFile(schema::db::Gest));
+    for (const auto& [alias, database] : databases())
+        exec(db, "attach database '" + pathOf(ctx, database).toStdString() + "' as " + alias);
     return db;
-}
-
-void exec(sqlite3* db, const std::string& sql) {
-    if (sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK)
-        fail(QString::fromUtf8(sqlite3_errmsg(db)));
-}
-
-sqlite3_stmt* prepare(sqlite3* db, const std::string& sql) {
-    sqlite3_stmt* st = nullptr;
-    if (sqlite3_prepare_v2(db, sql.c_str(), -1, &st, nullptr) != SQLITE_OK)
-        fail(QString::fromUtf8(sqlite3_errmsg(db)));
-    return st;
 }
 
 // Every row the import wrote, table by table, with its values as SQLite holds them.

@@ -21,10 +21,14 @@ void insertSales(const QString& path, int count) {
         "values (?, ?, ?, ?, ?, ?, ?, ?)");
     for (int i = 1; i <= count; ++i) {
         st.reset();
-        st.bind(1, i).bind(2, QDate(2026, 1 + i % 12, 1 + i % 28)).bind(3, i % 500)
+        st.bind(1, i)
+            .bind(2, QDate(2026, 1 + i % 12, 1 + i % 28))
+            .bind(3, i % 500)
             .bind(4, QStringLiteral("Cliente %1").arg(i % 500))
-            .bind(5, Money::fromUnits(1000000)).bind(6, Money::fromUnits(210000))
-            .bind(7, Money::fromUnits(1210000)).bind(8, Money::fromUnits(210000))
+            .bind(5, Money::fromUnits(1000000))
+            .bind(6, Money::fromUnits(210000))
+            .bind(7, Money::fromUnits(1210000))
+            .bind(8, Money::fromUnits(210000))
             .execute();
     }
     tx.commit();
@@ -65,7 +69,9 @@ static void BM_OpenQueryCloseGest(benchmark::State& state) {
     {
         store::Database db = store::Database::open(gest);
         for (int i = 0; i < 200; ++i)
-            db.prepare("insert into Clients (nom) values (?)").bind(1, QStringLiteral("Cliente %1").arg(i)).execute();
+            db.prepare("insert into Clients (nom) values (?)")
+                .bind(1, QStringLiteral("Cliente %1").arg(i))
+                .execute();
     }
     for (auto _ : state) {
         store::Database db = store::Database::open(gest);

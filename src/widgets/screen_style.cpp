@@ -4,6 +4,9 @@
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QShortcut>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QToolBar>
 
 namespace tallora::ui {
@@ -42,6 +45,24 @@ QAction* addTool(QToolBar* bar, const QString& key, const QString& caption,
     }
     QObject::connect(a, &QAction::triggered, bar, std::move(action));
     return a;
+}
+
+void turnTabsFromKeyboard(QTabWidget* tabs, QWidget* form) {
+    const auto turn = [tabs](int step) {
+        const int n = tabs->count();
+        tabs->setCurrentIndex((tabs->currentIndex() + step + n) % n);
+        tabs->tabBar()->setFocus();
+    };
+    for (const auto& [keys, step] :
+         {std::pair{QKeySequence(Qt::CTRL | Qt::Key_Tab), 1},
+          std::pair{QKeySequence(Qt::CTRL | Qt::Key_PageDown), 1},
+          std::pair{QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab), -1},
+          std::pair{QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), -1},
+          std::pair{QKeySequence(Qt::CTRL | Qt::Key_PageUp), -1}}) {
+        auto* shortcut = new QShortcut(keys, form);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        QObject::connect(shortcut, &QShortcut::activated, form, [turn, step] { turn(step); });
+    }
 }
 
 }  // namespace tallora::ui

@@ -7,6 +7,7 @@
 
 class QAction;
 class QLabel;
+class QTabWidget;
 class QToolBar;
 class QWidget;
 
@@ -22,5 +23,11 @@ QWidget* bandTitle(const QString& title, const QString& right, QWidget* parent,
 // shortcut shown in its tip, and what it does.
 QAction* addTool(QToolBar* bar, const QString& key, const QString& caption,
                  const QKeySequence& shortcut, std::function<void()> action);
+
+// From the keyboard the tabs of `tabs` turn with Ctrl+Tab and Ctrl+PgDown, and back with
+// Ctrl+Shift+Tab and Ctrl+PgUp, whatever field of `form` has the focus (a list would
+// otherwise take the page keys); the tab bar then has the focus, so the arrows go on turning
+// and Tab enters the page.
+void turnTabsFromKeyboard(QTabWidget* tabs, QWidget* form);
 
 }  // namespace tallora::ui

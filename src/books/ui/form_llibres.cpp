@@ -26,8 +26,6 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QShortcut>
-#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -149,25 +147,7 @@ FormLLibres::FormLLibres(WorkingContext& ctx, Dialogs& dialogs, report::ReportJo
     CmbProveidors->setCurrentIndex(-1);
     showExtractFrames();
     ui::helpOnF1(ctx_, this, QStringLiteral("libros"));
-    // From the keyboard the tabs turn with Ctrl+Tab and Ctrl+PgDown, and back with
-    // Ctrl+Shift+Tab and Ctrl+PgUp, whatever field has the focus (a month list would
-    // otherwise take the page keys).
-    const auto turn = [this](int step) {
-        const int n = TabStrip1_->count();
-        TabStrip1_->setCurrentIndex((TabStrip1_->currentIndex() + step + n) % n);
-        // On the tab bar the arrows go on turning, and Tab enters the page.
-        TabStrip1_->tabBar()->setFocus();
-    };
-    for (const auto& [keys, step] :
-         {std::pair{QKeySequence(Qt::CTRL | Qt::Key_Tab), 1},
-          std::pair{QKeySequence(Qt::CTRL | Qt::Key_PageDown), 1},
-          std::pair{QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab), -1},
-          std::pair{QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), -1},
-          std::pair{QKeySequence(Qt::CTRL | Qt::Key_PageUp), -1}}) {
-        auto* shortcut = new QShortcut(keys, this);
-        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-        connect(shortcut, &QShortcut::activated, this, [turn, step] { turn(step); });
-    }
+    ui::turnTabsFromKeyboard(TabStrip1_, this);
     OpInici->setFocus();
     resize(720, 560);
 }

@@ -22,8 +22,6 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QShortcut>
-#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -118,21 +116,7 @@ frmImportar::frmImportar(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
     layout->addLayout(body, 1);
 
     ui::helpOnF1(ctx_, this, QStringLiteral("importa"));
-    const auto turn = [this](int step) {
-        if (running_) return;
-        const int n = TabStrip1_->count();
-        TabStrip1_->setCurrentIndex((TabStrip1_->currentIndex() + step + n) % n);
-        TabStrip1_->tabBar()->setFocus();
-    };
-    for (const auto& [keys, step] :
-         {std::pair{QKeySequence(Qt::CTRL | Qt::Key_Tab), 1},
-          std::pair{QKeySequence(Qt::CTRL | Qt::Key_PageDown), 1},
-          std::pair{QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab), -1},
-          std::pair{QKeySequence(Qt::CTRL | Qt::Key_PageUp), -1}}) {
-        auto* shortcut = new QShortcut(keys, this);
-        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-        connect(shortcut, &QShortcut::activated, this, [turn, step] { turn(step); });
-    }
+    ui::turnTabsFromKeyboard(TabStrip1_, this);
     txtDirExporta->setFocus();
     resize(760, 600);
 }
