@@ -23,6 +23,7 @@
 #include "report/report_job.h"
 #include "schema/creation.h"
 #include "shell/sample_exercise.h"
+#include "stopwatch.h"
 #include "store/database.h"
 
 #include <QDate>
@@ -33,7 +34,6 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <exception>
@@ -57,28 +57,8 @@ constexpr double kGoal = 3;
     benchFail("bench_books", what);
 }
 
-// The best time of each piece of work, in seconds, and the pages of the printed book.
-std::map<std::string, double>& seconds() {
-    static std::map<std::string, double> s;
-    return s;
-}
+// The pages of the printed book.
 int printedPages = 0;
-
-class Stopwatch {
-public:
-    explicit Stopwatch(const char* key) : key_(key) {}
-    void stop() {
-        const double s =
-            std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
-        auto& all = seconds();
-        const auto it = all.find(key_);
-        if (it == all.end() || s < it->second) all[key_] = s;
-    }
-
-private:
-    std::string key_;
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-};
 
 // A company with treasury and its exercise 2026 as the start leaves them, with the rates of
 // the day, the sample year posted and the journal built once.

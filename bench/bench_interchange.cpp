@@ -11,6 +11,7 @@
 #include "raw_sqlite.h"
 #include "schema/creation.h"
 #include "shell/sample_exercise.h"
+#include "stopwatch.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,7 +20,6 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <chrono>
 #include <cstdio>
 #include <exception>
 #include <map>
@@ -35,29 +35,8 @@ constexpr double kGoal = 3;
 const QDateTime kNow(QDate(2026, 11, 23), QTime(10, 0, 0));
 
 [[noreturn]] void fail(const QString& what) {
-    std::fprintf(stderr, "bench_interchange: %s\n", qPrintable(what));
-    std::abort();
+    benchFail("bench_interchange", what);
 }
-
-std::map<std::string, double>& seconds() {
-    static std::map<std::string, double> s;
-    return s;
-}
-
-class Stopwatch {
-public:
-    explicit Stopwatch(const char* key) : key_(key) {}
-    void stop() {
-        const double s =
-            std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
-        auto& all = seconds();
-        if (!all.count(key_) || s < all[key_]) all[key_] = s;
-    }
-
-private:
-    std::string key_;
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-};
 
 struct Installation {
     explicit Installation(bool fill) {

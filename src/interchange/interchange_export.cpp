@@ -6,7 +6,6 @@
 #include "interchange_files.h"
 #include "interchange_values.h"
 #include "schema/table_catalog.h"
-#include "store/store_error.h"
 
 #include <QSaveFile>
 
@@ -77,9 +76,7 @@ public:
             }
             columns.push_back(c);
         }
-        const int number = st.columnIndex(layout.fields.front().role == FieldRole::TableName
-                                              ? layout.orderBy
-                                              : layout.fields.front().column);
+        const int number = st.columnIndex(layout.numberColumn());
         const int text = layout.logText.isEmpty() ? -1 : st.columnIndex(layout.logText);
         while (st.next()) {
             buffer_ += encodeKey(layout.key);
@@ -196,11 +193,8 @@ bool Exporta(const WorkingContext& ctx, Dialogs& dialogs, const QString& path,
     }
     try {
         writeInterchangeFile(ctx, path, choice, report, now);
-    } catch (const store::StoreError& e) {
-        dialogs.stop(Missatge(ctx, 6884) + QStringLiteral("\n\n") + e.message());
-        return false;
     } catch (const std::exception& e) {
-        dialogs.stop(Missatge(ctx, 6884) + QStringLiteral("\n\n") + QString::fromUtf8(e.what()));
+        dialogs.stop(Missatge(ctx, 6884) + QStringLiteral("\n\n") + faultReason(e));
         return false;
     }
     dialogs.information(Missatge(ctx, 32));

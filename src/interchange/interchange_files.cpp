@@ -2,6 +2,7 @@
 
 #include "context/working_context.h"
 #include "schema/creation.h"
+#include "store/store_error.h"
 
 #include <QFileInfo>
 
@@ -22,6 +23,11 @@ QString aliasOf(const QString& database) {
 }
 
 }  // namespace
+
+QString faultReason(const std::exception& e) {
+    if (const auto* s = dynamic_cast<const store::StoreError*>(&e)) return s->message();
+    return QString::fromUtf8(e.what());
+}
 
 Area areaOf(const QString& database) {
     return database == schema::db::Cartera || database == schema::db::Fact ? Area::Company

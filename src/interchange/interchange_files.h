@@ -9,6 +9,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <exception>
+
 namespace tallora::interchange {
 
 class InterchangeFiles {
@@ -34,6 +36,9 @@ private:
 
 // Where a database of the record's area is: the exercise folder or the company's.
 QString databaseFile(const WorkingContext& ctx, const QString& database, Area area);
+// What went wrong, as a message can say it: the store's own text, or the fault's.
+QString faultReason(const std::exception& e);
+
 // The area of a database file by its name.
 Area areaOf(const QString& database);
 

@@ -7,7 +7,6 @@
 #include "interchange_record.h"
 #include "schema/creation.h"
 #include "store/sql_text.h"
-#include "store/store_error.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -205,11 +204,6 @@ qint64 countLines(const QString& path) {
     return std::max<qint64>(0, lines - 9);
 }
 
-QString reasonOf(const std::exception& e) {
-    if (const auto* s = dynamic_cast<const store::StoreError*>(&e)) return s->message();
-    return QString::fromUtf8(e.what());
-}
-
 }  // namespace
 
 ImportChoice presetFor(const FileHeader& header) {
@@ -267,7 +261,7 @@ qint64 importInterchangeFile(const WorkingContext& ctx, const QString& path,
     } catch (const ValueError& e) {
         throw ImportError(lineNumber, key.trimmed(), reasonText(ctx, e));
     } catch (const std::exception& e) {
-        throw ImportError(lineNumber, key.trimmed(), reasonOf(e));
+        throw ImportError(lineNumber, key.trimmed(), faultReason(e));
     }
 }
 

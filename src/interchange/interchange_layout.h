@@ -46,6 +46,10 @@ struct RecordLayout {
     // The trimmed key, as the reader compares it ("5IN").
     QStringView trimmedKey() const { return QStringView(key).trimmed(); }
     const FieldLayout* field(const QString& column) const;
+    // The column of the record's number: an account's Compte, any other record's first field.
+    const QString& numberColumn() const {
+        return fields.front().role == FieldRole::TableName ? orderBy : fields.front().column;
+    }
     // The column right after the last field: where a full line ends.
     int lineLength(bool treasury) const;
 };

@@ -39,9 +39,7 @@ const RecordReader::Plan& RecordReader::plan(const RecordLayout& layout, const Q
     Plan p;
     p.shape = plans_.size() + 1;
     const schema::TableCatalog& catalog = schema::TableCatalog::builtIn();
-    // The number of an account is its Compte; of any other record, its first field.
-    const QString number =
-        layout.trimmedKey() == u"5CTA" ? QStringLiteral("Compte") : layout.fields.front().column;
+    const QString& number = layout.numberColumn();
     for (const FieldLayout& f : layout.fields) {
         if (!isRead(f, treasury_)) continue;
         if (f.column == number) p.number = static_cast<int>(p.fields.size());

@@ -4,12 +4,28 @@
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
 
 namespace tallora::ui {
+
+QPushButton* dialogButton(const char* name, const QString& caption, QWidget* parent) {
+    auto* b = named(new QPushButton(caption, parent), name);
+    b->setAutoDefault(true);
+    b->setMinimumHeight(30);
+    return b;
+}
+
+QLabel* boldLabel(const QString& text, QWidget* parent) {
+    auto* label = new QLabel(text.trimmed(), parent);
+    QFont f = label->font();
+    f.setBold(true);
+    label->setFont(f);
+    return label;
+}
 
 QWidget* bandTitle(const QString& title, const QString& right, QWidget* parent,
                    const QString& titleName, const QString& rightName) {

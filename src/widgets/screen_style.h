@@ -7,11 +7,25 @@
 
 class QAction;
 class QLabel;
+class QPushButton;
 class QTabWidget;
 class QToolBar;
 class QWidget;
 
 namespace tallora::ui {
+
+// `w` with its objectName, as the screens name their controls.
+template <class Widget>
+Widget* named(Widget* w, const char* name) {
+    w->setObjectName(QString::fromLatin1(name));
+    return w;
+}
+
+// A dialog's button, 30 pixels high: Enter runs the button that has the focus, and no other.
+QPushButton* dialogButton(const char* name, const QString& caption, QWidget* parent);
+
+// A label in bold, its text trimmed.
+QLabel* boldLabel(const QString& text, QWidget* parent);
 
 // The dark band at the top of a screen: its title on the left, `right` on the right. The
 // two labels take the names given, so that a screen can find and change them.

@@ -2,6 +2,7 @@
 // a fresh exercise and exported again gives the same file, and the two exercises give the
 // same books. An import refused at its 10,000th record, and one whose process is killed
 // halfway, leave every database of the exercise and the company as it was.
+#include "../table_rows.h"
 #include "books/ledger_reports.h"
 #include "books/operating_statement.h"
 #include "books/trial_balance.h"
@@ -50,10 +51,6 @@ struct Installation {
     WorkingContext ctx;
     ScriptedDialogs dialogs;
 };
-
-void exec(const QString& path, const QString& sql) {
-    store::Database::open(path).execute(sql);
-}
 
 // What the sample does not post: provisions, other movements, billing documents with their
 // lines (one of two lines, one with a "$"), the customers' payment details and numbering.
@@ -135,17 +132,11 @@ std::map<QString, QStringList> dumpOf(const WorkingContext& ctx) {
     for (const QString& folder : {ctx.Directori, ctx.companyFolder()}) {
         for (const QString& name : QDir(folder).entryList({QStringLiteral("*.mdb")}, QDir::Files)) {
             store::Database d = store::Database::open(folder + name);
-            for (const QString& table : store::tableNames(d)) {
-                QStringList& rows = out[folder + name + u'/' + table];
-                store::Statement st = d.prepare(QStringLiteral("select * from %1 order by rowid")
-                                                    .arg(store::quoteIdentifier(table)));
-                while (st.next()) {
-                    QStringList values;
-                    for (int c = 0; c < st.columnCount(); ++c)
-                        values << (st.isNull(c) ? QStringLiteral("<null>") : st.text(c));
-                    rows << values.join(u'|');
-                }
-            }
+            const QStringList tables = store::tableNames(d);
+            for (const QString& table : tables)
+                out[folder + name + u'/' + table] = tallora::testing::tableRows(
+                    folder + name, QStringLiteral("select * from %1 order by rowid")
+                                       .arg(store::quoteIdentifier(table)));
         }
     }
     return out;
@@ -165,13 +156,8 @@ QStringList booksOf(WorkingContext& ctx, Dialogs& dialogs) {
     year.printDate = QDate(2026, 12, 31);
     for (books::Book book : {books::Book::Sales, books::Book::Purchases}) {
         EXPECT_TRUE(books::prepareBook(ctx, dialogs, book, year));
-        store::Database d = store::Database::open(ctx.exerciseFile(db::Llibre));
-        store::Statement st = d.prepare(QStringLiteral("select * from Diari order by rowid"));
-        while (st.next()) {
-            QStringList values;
-            for (int c = 0; c < st.columnCount(); ++c) values << st.text(c);
-            out << values.join(u'|');
-        }
+        out << tallora::testing::tableRows(ctx.exerciseFile(db::Llibre),
+                                  QStringLiteral("select * from Diari order by rowid"));
     }
     books::OperatingRequest statement;
     EXPECT_TRUE(books::prepareOperatingStatement(ctx, dialogs, statement));
@@ -241,7 +227,9 @@ TEST_F(InterchangeRoundTrip, AWholeYearComesBackByteForByteWithTheSameBooks) {
     const QList<QByteArray> again = linesOf(second);
     ASSERT_EQ(again.size(), lines.size());
     for (qsizetype i = 0; i < lines.size(); ++i)
-        if (i != 2) ASSERT_EQ(again[i], lines[i]) << "line " << i + 1;
+        if (i != 2) {
+            ASSERT_EQ(again[i], lines[i]) << "line " << i + 1;
+        }
 
     EXPECT_EQ(booksOf(target_->ctx, target_->dialogs), booksOf(source_->ctx, source_->dialogs));
 }

@@ -36,31 +36,10 @@ namespace {
 
 using books::Book;
 using books::Series;
-
-template <class Widget>
-Widget* named(Widget* w, const char* name) {
-    w->setObjectName(QString::fromLatin1(name));
-    return w;
-}
+using ui::named;
 
 QRadioButton* option(const char* name, const QString& caption, QWidget* parent) {
     return named(new QRadioButton(caption, parent), name);
-}
-
-QPushButton* button(const char* name, const QString& caption, QWidget* parent) {
-    auto* b = named(new QPushButton(caption, parent), name);
-    // Enter runs the button that has the focus, and no other.
-    b->setAutoDefault(true);
-    b->setMinimumHeight(30);
-    return b;
-}
-
-QLabel* title(const QString& text, QWidget* parent) {
-    auto* label = new QLabel(text.trimmed(), parent);
-    QFont f = label->font();
-    f.setBold(true);
-    label->setFont(f);
-    return label;
 }
 
 QVBoxLayout* column(QWidget* page) {
@@ -202,7 +181,7 @@ QGroupBox* FormLLibres::seriesGroup(const QString& suffix, QButtonGroup*& group)
 QWidget* FormLLibres::gastosTab() {
     auto* page = named(new QWidget, "Frame1");
     auto* v = column(page);
-    v->addWidget(title(Missatge(ctx_, 1006), page));
+    v->addWidget(ui::boldLabel(Missatge(ctx_, 1006), page));
     v->addWidget(months("OpInici", "OpFinal", OpInici, OpFinal));
     auto* row = new QHBoxLayout;
     auto* kinds = new QGroupBox(page);
@@ -217,7 +196,7 @@ QWidget* FormLLibres::gastosTab() {
     row->addWidget(kinds, 1);
     row->addWidget(seriesGroup(QString(), seriesCompres_), 1);
     v->addLayout(row);
-    auto* go = button("btnIVAs_simpli", Missatge(ctx_, 1020), page);
+    auto* go = ui::dialogButton("btnIVAs_simpli", Missatge(ctx_, 1020), page);
     connect(go, &QPushButton::clicked, this, &FormLLibres::btnIVAs_simpli);
     endWith(v, go);
     return page;
@@ -226,7 +205,7 @@ QWidget* FormLLibres::gastosTab() {
 QWidget* FormLLibres::ingresosTab() {
     auto* page = named(new QWidget, "Frame2");
     auto* v = column(page);
-    v->addWidget(title(Missatge(ctx_, 6000), page));
+    v->addWidget(ui::boldLabel(Missatge(ctx_, 6000), page));
     v->addWidget(months("OpiniciR", "OpFinalR", OpiniciR, OpFinalR));
     auto* row = new QHBoxLayout;
     FrameIRPF = named(new QGroupBox(page), "FrameIRPF");
@@ -242,7 +221,7 @@ QWidget* FormLLibres::ingresosTab() {
         if (ctx_.ModeExercici != QStringLiteral("TICKETS"))
             OpLibroIRPF->setEnabled(id == static_cast<int>(Series::All));
     });
-    auto* go = button("btn_llibre_IVAr", Missatge(ctx_, 1020), page);
+    auto* go = ui::dialogButton("btn_llibre_IVAr", Missatge(ctx_, 1020), page);
     connect(go, &QPushButton::clicked, this, &FormLLibres::btn_llibre_IVAr);
     endWith(v, go);
     return page;
@@ -251,9 +230,9 @@ QWidget* FormLLibres::ingresosTab() {
 QWidget* FormLLibres::suplidosTab() {
     auto* page = named(new QWidget, "FrameSuplidos");
     auto* v = column(page);
-    v->addWidget(title(Missatge(ctx_, 6508), page));
+    v->addWidget(ui::boldLabel(Missatge(ctx_, 6508), page));
     v->addWidget(months("OpIniciS", "OpFinalS", OpIniciS, OpFinalS));
-    auto* go = button("btnSuplidos", Missatge(ctx_, 6509), page);
+    auto* go = ui::dialogButton("btnSuplidos", Missatge(ctx_, 6509), page);
     connect(go, &QPushButton::clicked, this, &FormLLibres::btnSuplidos);
     endWith(v, go);
     return page;
@@ -262,7 +241,7 @@ QWidget* FormLLibres::suplidosTab() {
 QWidget* FormLLibres::informesTab() {
     auto* page = named(new QWidget, "Frame3");
     auto* v = column(page);
-    v->addWidget(title(Missatge(ctx_, 6014), page));
+    v->addWidget(ui::boldLabel(Missatge(ctx_, 6014), page));
     v->addWidget(months("OpIniciE", "OpFinalE", OpIniciE, OpFinalE));
     auto* levels = new QGroupBox(page);
     auto* h = new QHBoxLayout(levels);
@@ -274,9 +253,9 @@ QWidget* FormLLibres::informesTab() {
     OpE1->setChecked(true);
     v->addWidget(levels);
     auto* buttons = new QGridLayout;
-    auto* pig = button("btnPiG", Missatge(ctx_, 6013), page);
-    auto* decl = button("btn500", Missatge(ctx_, 6019), page);
-    auto* saldos = button("btnSaldos", QStringLiteral("Informe de saldos"), page);
+    auto* pig = ui::dialogButton("btnPiG", Missatge(ctx_, 6013), page);
+    auto* decl = ui::dialogButton("btn500", Missatge(ctx_, 6019), page);
+    auto* saldos = ui::dialogButton("btnSaldos", QStringLiteral("Informe de saldos"), page);
     connect(pig, &QPushButton::clicked, this, &FormLLibres::btnPiG);
     connect(decl, &QPushButton::clicked, this, &FormLLibres::btn500);
     connect(saldos, &QPushButton::clicked, this, &FormLLibres::btnSaldos);
@@ -302,7 +281,7 @@ QWidget* FormLLibres::listadosTab() {
         domicile->setChecked(true);
         b->addWidget(domicile);
         b->addWidget(contacts);
-        auto* go = button(name, Missatge(ctx_, buttonCaption), box);
+        auto* go = ui::dialogButton(name, Missatge(ctx_, buttonCaption), box);
         connect(go, &QPushButton::clicked, this, run);
         b->addWidget(go);
         lists->addWidget(box, 1);
@@ -346,7 +325,7 @@ QWidget* FormLLibres::listadosTab() {
     e->addWidget(FrameExtPro, 2, 1);
     e->addWidget(FrameExtCli, 3, 1);
     e->setColumnStretch(1, 1);
-    auto* go = button("btnMajorPro", Missatge(ctx_, 6012), extracts);
+    auto* go = ui::dialogButton("btnMajorPro", Missatge(ctx_, 6012), extracts);
     connect(go, &QPushButton::clicked, this, &FormLLibres::btnMajorPro);
     e->addWidget(go, 4, 1, Qt::AlignRight);
     v->addWidget(extracts);

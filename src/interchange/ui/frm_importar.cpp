@@ -28,33 +28,7 @@
 namespace tallora {
 namespace {
 
-template <class Widget>
-Widget* named(Widget* w, const char* name) {
-    w->setObjectName(QString::fromLatin1(name));
-    return w;
-}
-
-QPushButton* button(const char* name, const QString& caption, QWidget* parent) {
-    auto* b = named(new QPushButton(caption, parent), name);
-    // Enter runs the button that has the focus, and no other.
-    b->setAutoDefault(true);
-    b->setMinimumHeight(28);
-    return b;
-}
-
-QLabel* bold(const QString& text, QWidget* parent) {
-    auto* label = new QLabel(text.trimmed(), parent);
-    QFont f = label->font();
-    f.setBold(true);
-    label->setFont(f);
-    return label;
-}
-
-QLabel* note(const QString& text, QWidget* parent) {
-    auto* label = new QLabel(text, parent);
-    label->setWordWrap(true);
-    return label;
-}
+using ui::named;
 
 QListWidget* logList(const char* name, QWidget* parent) {
     auto* list = named(new QListWidget(parent), name);
@@ -72,11 +46,29 @@ QProgressBar* progressBar(const char* name, QWidget* parent) {
     return bar;
 }
 
-// The path field and its chooser on one row.
-QHBoxLayout* pathRow(QLineEdit* path, QPushButton* choose) {
+// The top of a tab: its title, what it does, the prompt for the file, and the path with its
+// chooser on one row.
+QVBoxLayout* tabHead(QWidget* page, const QString& title, const QString& text,
+                     const QString& prompt, QLineEdit* path, QPushButton* choose) {
+    auto* v = new QVBoxLayout(page);
+    v->setContentsMargins(12, 10, 12, 10);
+    v->addWidget(ui::boldLabel(title, page));
+    auto* about = new QLabel(text, page);
+    about->setWordWrap(true);
+    v->addWidget(about);
+    v->addWidget(new QLabel(prompt.trimmed(), page));
     auto* row = new QHBoxLayout;
     row->addWidget(path, 1);
     row->addWidget(choose);
+    v->addLayout(row);
+    return v;
+}
+
+// The progress bar beside the button that runs the tab.
+QHBoxLayout* runRow(QProgressBar* bar, QPushButton* run) {
+    auto* row = new QHBoxLayout;
+    row->addWidget(bar, 1);
+    row->addWidget(run);
     return row;
 }
 
@@ -125,14 +117,10 @@ frmImportar::~frmImportar() = default;
 
 QWidget* frmImportar::exportTab() {
     auto* page = new QWidget;
-    auto* v = new QVBoxLayout(page);
-    v->setContentsMargins(12, 10, 12, 10);
-    v->addWidget(bold(Missatge(ctx_, 6608), page));
-    v->addWidget(note(Missatge(ctx_, 6610), page));
-    v->addWidget(new QLabel(Missatge(ctx_, 6609).trimmed(), page));
     txtDirExporta = named(new QLineEdit(page), "txtDirExporta");
-    btnBuscaExp_ = button("btnBuscaExp", Missatge(ctx_, 6883), page);
-    v->addLayout(pathRow(txtDirExporta, btnBuscaExp_));
+    btnBuscaExp_ = ui::dialogButton("btnBuscaExp", Missatge(ctx_, 6883), page);
+    QVBoxLayout* v = tabHead(page, Missatge(ctx_, 6608), Missatge(ctx_, 6610), Missatge(ctx_, 6609),
+                             txtDirExporta, btnBuscaExp_);
 
     auto* options = new QGroupBox(page);
     auto* grid = new QVBoxLayout(options);
@@ -153,14 +141,11 @@ QWidget* frmImportar::exportTab() {
     connect(OpExportaParcial, &QRadioButton::toggled, this, [this] { showExportBoxes(); });
     showExportBoxes();
 
-    btn_Exporta_ =
-        button("btn_Exporta",
-               fixedText(ctx_, QStringLiteral("Exportar"), QStringLiteral("Exportar")), page);
-    auto* run = new QHBoxLayout;
+    btn_Exporta_ = ui::dialogButton(
+        "btn_Exporta", fixedText(ctx_, QStringLiteral("Exportar"), QStringLiteral("Exportar")),
+        page);
     ProgExporta = progressBar("ProgExporta", page);
-    run->addWidget(ProgExporta, 1);
-    run->addWidget(btn_Exporta_);
-    v->addLayout(run);
+    v->addLayout(runRow(ProgExporta, btn_Exporta_));
     List_exporta = logList("List_exporta", page);
     v->addWidget(List_exporta, 1);
 
@@ -171,15 +156,11 @@ QWidget* frmImportar::exportTab() {
 
 QWidget* frmImportar::importTab() {
     auto* page = new QWidget;
-    auto* v = new QVBoxLayout(page);
-    v->setContentsMargins(12, 10, 12, 10);
-    v->addWidget(bold(Missatge(ctx_, 6603), page));
-    v->addWidget(note(Missatge(ctx_, 6607), page));
-    v->addWidget(new QLabel(Missatge(ctx_, 6604).trimmed(), page));
     txtDirImporta = named(new QLineEdit(page), "txtDirImporta");
     txtDirImporta->setReadOnly(true);
-    btnBuscaImp_ = button("btnBuscaImp", Missatge(ctx_, 6883), page);
-    v->addLayout(pathRow(txtDirImporta, btnBuscaImp_));
+    btnBuscaImp_ = ui::dialogButton("btnBuscaImp", Missatge(ctx_, 6883), page);
+    QVBoxLayout* v = tabHead(page, Missatge(ctx_, 6603), Missatge(ctx_, 6607), Missatge(ctx_, 6604),
+                             txtDirImporta, btnBuscaImp_);
 
     auto* middle = new QHBoxLayout;
     auto* fileBox = new QGroupBox(Missatge(ctx_, 6605), page);
@@ -209,14 +190,11 @@ QWidget* frmImportar::importTab() {
     middle->addWidget(options, 1);
     v->addLayout(middle);
 
-    btn_Importa_ =
-        button("btn_Importa",
-               fixedText(ctx_, QStringLiteral("Importar"), QStringLiteral("Importar")), page);
-    auto* run = new QHBoxLayout;
+    btn_Importa_ = ui::dialogButton(
+        "btn_Importa", fixedText(ctx_, QStringLiteral("Importar"), QStringLiteral("Importar")),
+        page);
     ProgImporta = progressBar("ProgImporta", page);
-    run->addWidget(ProgImporta, 1);
-    run->addWidget(btn_Importa_);
-    v->addLayout(run);
+    v->addLayout(runRow(ProgImporta, btn_Importa_));
     v->addWidget(new QLabel(Missatge(ctx_, 6606), page));
     List1 = logList("List1", page);
     v->addWidget(List1, 1);
