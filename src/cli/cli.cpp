@@ -207,6 +207,8 @@ const std::vector<Command>& commands() {
          3,
          {"whole", "customers", "suppliers", "chart"},
          importCommand},
+        {"verifactu-records", "NIF8", 1, 1, {}, verifactuRecordsCommand},
+        {"verifactu-check", "NIF8", 1, 1, {}, verifactuCheckCommand},
         {"book", "NAME NIF8 YYYY", 3, 3,
          QStringList{"from", "to", "series", "irpf", "date", "pdf", "text", "party", "invoices",
                      "level"},

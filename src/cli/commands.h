@@ -115,4 +115,8 @@ int importCommand(Session& s, const CliOptions& o);
 int repairCommand(Session& s, const CliOptions& o);
 int compactCommand(Session& s, const CliOptions& o);
 
+// verifactu_commands.cpp
+int verifactuRecordsCommand(Session& s, const CliOptions& o);
+int verifactuCheckCommand(Session& s, const CliOptions& o);
+
 }  // namespace tallora::cli

@@ -328,6 +328,17 @@ summary, one "name<TAB>value" a line):
   book trial-balance NIF8 YYYY [--date DD/MM/YYYY] (--pdf FILE | --text)
                       (treasury control only) the summary of balances: one line a large
                       group of accounts with its debit or credit balance, then the totals.
+VERI*FACTU invoicing records (of the whole company, every exercise in one chain). Every
+invoice posted, changed or deleted leaves its record in the company's verifactu.mdb, in the
+same transaction as the invoice's rows:
+  verifactu-records NIF8
+                      the records in the order written: number, kind (alta,
+                      alta-subsanacion, anulacion), invoice type (F1, F2, R1, R5),
+                      invoice number with its series, date, total, time of the record,
+                      hash, state (pendiente until the tax agency has answered)
+  verifactu-check NIF8
+                      recomputes every hash and follows the chain; prints the count, or
+                      the first record that breaks it (exit 1)
 With the billing module only (the references belong to the company):
   references NIF8 YYYY
                       code, description, price

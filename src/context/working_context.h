@@ -5,9 +5,11 @@
 //
 // The values keep their Catalan names so that every screen refers to them the same way.
 // Tests make a fresh context of their own; nothing here is a global.
+#include <QDateTime>
 #include <QString>
 
 #include <array>
+#include <functional>
 
 namespace tallora {
 
@@ -48,9 +50,9 @@ public:
     std::array<int, 12> chkmesos{};
 
     // Installation values the shell reads at its start.
-    bool PantallaMax = false;   // working screens maximised
-    bool Missatgeria = true;    // on-line news wanted (stored only)
-    bool DocsGenerar = false;   // billing documents generated from sales
+    bool PantallaMax = false;  // working screens maximised
+    bool Missatgeria = true;   // on-line news wanted (stored only)
+    bool DocsGenerar = false;  // billing documents generated from sales
     bool DocsFactura = true;
     int MargeEsquerre = 0, MargeDret = 0, MargeSuperior = 0, MargeInferior = 0;
 
@@ -58,6 +60,9 @@ public:
     // working copies of the templates) and the read-only installed resources.
     QString programDir;
     QString resourcesDir;
+
+    // The instant legal records are stamped with; tests set a fixed one.
+    std::function<QDateTime()> clock = [] { return QDateTime::currentDateTimeUtc(); };
 
     // Sets Idioma and BaseIdioma together; an unknown code leaves both as they are and
     // gives false.

@@ -7,6 +7,8 @@
 #include "schema/creation.h"
 #include "schema/money_rows.h"
 #include "store/database.h"
+#include "verifactu/record_chain.h"
+#include "verifactu/record_file.h"
 
 namespace tallora::sales {
 namespace {
@@ -99,7 +101,10 @@ SaleSearch Busca_Vendes(const WorkingContext& ctx, const SaleFilter& filter) {
 
 bool Esborra_Venda(const WorkingContext& ctx, std::int64_t ordre) {
     Database db = openSales(ctx);
+    verifactu::attachRecords(ctx, db);
     store::Transaction tx(db, store::Transaction::Kind::Immediate);
+    // The cancellation of the invoice's record goes with the deletion, or neither does.
+    verifactu::recordDeletion(ctx, db, ordre);
     const int deleted =
         db.prepare(QStringLiteral("delete from FrasOut where Ordre = ?")).bind(1, ordre).execute();
     if (ctx.Tesoreria) {

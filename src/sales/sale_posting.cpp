@@ -7,6 +7,8 @@
 #include "schema/money_rows.h"
 #include "store/database.h"
 #include "store/sql_text.h"
+#include "verifactu/record_chain.h"
+#include "verifactu/record_file.h"
 
 namespace tallora::sales {
 namespace {
@@ -78,12 +80,11 @@ void sanitise(SaleEntry& e) {
 // The columns a posting and a change both write, in the order bindSale binds them.
 const QStringList& saleColumns() {
     static const QStringList columns{
-        "total",     "baseirpf",  "tipusirpf", "retencio",  "base1",      "iva1",
-        "re1",       "base2",     "iva2",      "re2",       "base3",      "iva3",
-        "re3",       "client",    "nomclient", "direccio",  "poblacio",   "NIF",
-        "concepte1", "concepte2", "concepte3", "concepte4", "concepte5",  "descripcio",
-        "data",      "Grup",      "NomGrup",   "Compte",    "NomCompte",  "Cobrada",
-        "Clasificacion"};
+        "total",     "baseirpf",  "tipusirpf",    "retencio", "base1",     "iva1",      "re1",
+        "base2",     "iva2",      "re2",          "base3",    "iva3",      "re3",       "client",
+        "nomclient", "direccio",  "poblacio",     "NIF",      "concepte1", "concepte2", "concepte3",
+        "concepte4", "concepte5", "descripcio",   "data",     "Grup",      "NomGrup",   "Compte",
+        "NomCompte", "Cobrada",   "Clasificacion"};
     return columns;
 }
 
@@ -229,17 +230,26 @@ void writeSale(const WorkingContext& ctx, Database& db, SaleEntry& e, const Sale
     }
     if (ctx.Facturacio)
         Graba_Document(ctx, db, e, account.Compte, account.NomCompte, result.ordre, kFact);
+    // The invoice's legal record, from the row just written, in the same transaction.
+    verifactu::recordSale(ctx, db, result.ordre);
 }
 
-}  // namespace
-
-Database openPosting(const WorkingContext& ctx) {
+// The files of a posting without the record file: enough to read the next number.
+Database openPostingFiles(const WorkingContext& ctx) {
     Database db = Database::open(ctx.exerciseFile(schema::db::FrasOut));
     if (ctx.Tesoreria) {
         db.attach(ctx.exerciseFile(schema::db::Tesorer), QStringLiteral("tesorer"));
         db.attach(ctx.companyFile(schema::db::Cartera), QStringLiteral("cartera"));
     }
     if (ctx.Facturacio) db.attach(ctx.companyFile(schema::db::Fact), kFact);
+    return db;
+}
+
+}  // namespace
+
+Database openPosting(const WorkingContext& ctx) {
+    Database db = openPostingFiles(ctx);
+    verifactu::attachRecords(ctx, db);
     return db;
 }
 
@@ -250,7 +260,7 @@ std::optional<std::int64_t> treasuryAccount(const WorkingContext& ctx, const Sal
 }
 
 std::int64_t Seguent_Ordre(const WorkingContext& ctx) {
-    Database db = openPosting(ctx);
+    Database db = openPostingFiles(ctx);
     return nextOrdre(ctx, db, kFact);
 }
 

@@ -38,8 +38,8 @@ std::optional<std::int64_t> treasuryAccount(const WorkingContext& ctx, const Sal
 PostingResult GrabaApunt(const WorkingContext& ctx, SaleEntry& entry, const SalesAccount& account);
 
 // The connection a posting writes through: the exercise's FrasOUT.mdb, with tesorer.mdb and
-// the company's cartera.mdb attached under the treasury option and fact.mdb under the
-// billing option.
+// the company's cartera.mdb attached under the treasury option, fact.mdb under the billing
+// option, and the company's record file when it keeps VERI*FACTU records.
 store::Database openPosting(const WorkingContext& ctx);
 
 // GrabaApunt's writes alone, on a connection of openPosting inside an immediate transaction

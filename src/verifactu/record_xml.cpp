@@ -1,0 +1,252 @@
+#include "record_xml.h"
+
+#include <QHash>
+#include <QStringList>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+namespace tallora::verifactu {
+namespace {
+
+class Writer {
+public:
+    explicit Writer(QString* out) : xml_(out) {}
+    void open(const char* name) { xml_.writeStartElement(q(name)); }
+    void close() { xml_.writeEndElement(); }
+    void field(const char* name, const QString& value) { xml_.writeTextElement(q(name), value); }
+    void optional(const char* name, const QString& value) {
+        if (!value.isEmpty()) field(name, value);
+    }
+
+private:
+    static QString q(const char* name) { return QStringLiteral("sf:") + QLatin1String(name); }
+    QXmlStreamWriter xml_;
+};
+
+QString yesNo(bool value) {
+    return value ? QStringLiteral("S") : QStringLiteral("N");
+}
+
+void writeLink(Writer& w, const InvoiceRecord& r) {
+    w.open("Encadenamiento");
+    if (r.anterior) {
+        w.open("RegistroAnterior");
+        w.field("IDEmisorFactura", r.anterior->id.emisor);
+        w.field("NumSerieFactura", r.anterior->id.numSerie);
+        w.field("FechaExpedicionFactura", r.anterior->id.fecha);
+        w.field("Huella", r.anterior->huella);
+        w.close();
+    } else {
+        w.field("PrimerRegistro", QStringLiteral("S"));
+    }
+    w.close();
+}
+
+void writeSystem(Writer& w, const SystemIdentity& s) {
+    w.open("SistemaInformatico");
+    w.field("NombreRazon", s.productorNombre);
+    w.field("NIF", s.productorNif);
+    w.field("NombreSistemaInformatico", s.nombreSistema);
+    w.field("IdSistemaInformatico", s.idSistema);
+    w.field("Version", s.version);
+    w.field("NumeroInstalacion", s.numeroInstalacion);
+    w.field("TipoUsoPosibleSoloVerifactu", yesNo(s.soloVerifactu));
+    w.field("TipoUsoPosibleMultiOT", yesNo(s.multiOT));
+    w.field("IndicadorMultiplesOT", yesNo(s.indicadorMultiplesOT));
+    w.close();
+}
+
+void writeTail(Writer& w, const InvoiceRecord& r, const SystemIdentity& s) {
+    writeLink(w, r);
+    writeSystem(w, s);
+    w.field("FechaHoraHusoGenRegistro", r.fechaHora);
+    w.field("TipoHuella", QStringLiteral("01"));
+    w.field("Huella", r.huella);
+}
+
+void writeRecipient(Writer& w, const Recipient& d) {
+    w.open("Destinatarios");
+    w.open("IDDestinatario");
+    w.field("NombreRazon", d.nombre);
+    if (!d.nif.isEmpty()) {
+        w.field("NIF", d.nif);
+    } else {
+        w.open("IDOtro");
+        w.optional("CodigoPais", d.codigoPais);
+        w.field("IDType", d.idType);
+        w.field("ID", d.id);
+        w.close();
+    }
+    w.close();
+    w.close();
+}
+
+void writeBreakdown(Writer& w, const std::vector<BreakdownLine>& lines) {
+    w.open("Desglose");
+    for (const BreakdownLine& l : lines) {
+        w.open("DetalleDesglose");
+        w.field("Impuesto", QStringLiteral("01"));
+        w.field("ClaveRegimen", l.claveRegimen);
+        w.optional("CalificacionOperacion", l.calificacion);
+        w.optional("OperacionExenta", l.exenta);
+        w.optional("TipoImpositivo", l.tipoImpositivo);
+        w.field("BaseImponibleOimporteNoSujeto", l.base);
+        w.optional("CuotaRepercutida", l.cuota);
+        w.optional("TipoRecargoEquivalencia", l.tipoRecargo);
+        w.optional("CuotaRecargoEquivalencia", l.cuotaRecargo);
+        w.close();
+    }
+    w.close();
+}
+
+void writeAlta(Writer& w, const InvoiceRecord& r, const SystemIdentity& s) {
+    w.open("RegistroAlta");
+    w.field("IDVersion", QStringLiteral("1.0"));
+    w.open("IDFactura");
+    w.field("IDEmisorFactura", r.id.emisor);
+    w.field("NumSerieFactura", r.id.numSerie);
+    w.field("FechaExpedicionFactura", r.id.fecha);
+    w.close();
+    w.field("NombreRazonEmisor", r.nombreEmisor);
+    if (r.subsanacion) w.field("Subsanacion", QStringLiteral("S"));
+    w.field("TipoFactura", r.tipoFactura);
+    w.optional("TipoRectificativa", r.tipoRectificativa);
+    w.field("DescripcionOperacion", r.descripcion);
+    if (r.destinatario) writeRecipient(w, *r.destinatario);
+    writeBreakdown(w, r.desglose);
+    w.field("CuotaTotal", r.cuotaTotal);
+    w.field("ImporteTotal", r.importeTotal);
+    writeTail(w, r, s);
+    w.close();
+}
+
+void writeAnulacion(Writer& w, const InvoiceRecord& r, const SystemIdentity& s) {
+    w.open("RegistroAnulacion");
+    w.field("IDVersion", QStringLiteral("1.0"));
+    w.open("IDFactura");
+    w.field("IDEmisorFacturaAnulada", r.id.emisor);
+    w.field("NumSerieFacturaAnulada", r.id.numSerie);
+    w.field("FechaExpedicionFacturaAnulada", r.id.fecha);
+    w.close();
+    writeTail(w, r, s);
+    w.close();
+}
+
+// The element texts of a record by their path below the record ("IDFactura/NumSerieFactura"),
+// and the lines of the breakdown, each as its own map.
+struct ReadElements {
+    QString root;
+    QHash<QString, QString> values;
+    std::vector<QHash<QString, QString>> lines;
+};
+
+QString localName(QStringView qualified) {
+    const auto colon = qualified.indexOf(u':');
+    return (colon < 0 ? qualified : qualified.mid(colon + 1)).toString();
+}
+
+std::optional<ReadElements> readElements(const QString& xml) {
+    QXmlStreamReader reader(xml);
+    reader.setNamespaceProcessing(false);
+    ReadElements out;
+    QStringList path;
+    QString text;
+    while (!reader.atEnd()) {
+        switch (reader.readNext()) {
+            case QXmlStreamReader::StartElement:
+                if (out.root.isEmpty()) {
+                    out.root = localName(reader.qualifiedName());
+                } else {
+                    path << localName(reader.qualifiedName());
+                    if (path.join(u'/') == QLatin1String("Desglose/DetalleDesglose"))
+                        out.lines.emplace_back();
+                }
+                text.clear();
+                break;
+            case QXmlStreamReader::Characters:
+                text += reader.text();
+                break;
+            case QXmlStreamReader::EndElement:
+                if (path.isEmpty()) break;
+                if (path.size() == 3 && path[1] == QLatin1String("DetalleDesglose"))
+                    out.lines.back().insert(path.last(), text);
+                else if (!out.values.contains(path.join(u'/')))
+                    out.values.insert(path.join(u'/'), text);
+                path.removeLast();
+                text.clear();
+                break;
+            default:
+                break;
+        }
+    }
+    if (reader.hasError() || out.root.isEmpty()) return std::nullopt;
+    return out;
+}
+
+}  // namespace
+
+QString recordsNamespace() {
+    return QStringLiteral(
+        "https://www2.agenciatributaria.gob.es/static_files/common/internet/dep/aplicaciones/es/"
+        "aeat/tike/cont/ws/SuministroInformacion.xsd");
+}
+
+QString recordXml(const InvoiceRecord& record, const SystemIdentity& system) {
+    QString out;
+    Writer w(&out);
+    if (record.kind == RecordKind::Alta)
+        writeAlta(w, record, system);
+    else
+        writeAnulacion(w, record, system);
+    return out;
+}
+
+std::optional<InvoiceRecord> parseRecordXml(const QString& xml) {
+    const auto read = readElements(xml);
+    if (!read) return std::nullopt;
+    const auto& v = read->values;
+    InvoiceRecord r;
+    if (read->root == QLatin1String("RegistroAlta")) {
+        r.kind = RecordKind::Alta;
+        r.id = {v.value("IDFactura/IDEmisorFactura"), v.value("IDFactura/NumSerieFactura"),
+                v.value("IDFactura/FechaExpedicionFactura")};
+    } else if (read->root == QLatin1String("RegistroAnulacion")) {
+        r.kind = RecordKind::Anulacion;
+        r.id = {v.value("IDFactura/IDEmisorFacturaAnulada"),
+                v.value("IDFactura/NumSerieFacturaAnulada"),
+                v.value("IDFactura/FechaExpedicionFacturaAnulada")};
+    } else {
+        return std::nullopt;
+    }
+    r.nombreEmisor = v.value("NombreRazonEmisor");
+    r.subsanacion = v.value("Subsanacion") == QLatin1String("S");
+    r.tipoFactura = v.value("TipoFactura");
+    r.tipoRectificativa = v.value("TipoRectificativa");
+    r.descripcion = v.value("DescripcionOperacion");
+    if (v.contains("Destinatarios/IDDestinatario/NombreRazon")) {
+        const QString d = QStringLiteral("Destinatarios/IDDestinatario/");
+        r.destinatario = Recipient{v.value(d + "NombreRazon"), v.value(d + "NIF"),
+                                   v.value(d + "IDOtro/CodigoPais"), v.value(d + "IDOtro/IDType"),
+                                   v.value(d + "IDOtro/ID")};
+    }
+    for (const auto& l : read->lines) {
+        r.desglose.push_back({l.value("ClaveRegimen"), l.value("CalificacionOperacion"),
+                              l.value("OperacionExenta"), l.value("TipoImpositivo"),
+                              l.value("BaseImponibleOimporteNoSujeto"), l.value("CuotaRepercutida"),
+                              l.value("TipoRecargoEquivalencia"),
+                              l.value("CuotaRecargoEquivalencia")});
+    }
+    r.cuotaTotal = v.value("CuotaTotal");
+    r.importeTotal = v.value("ImporteTotal");
+    if (v.contains("Encadenamiento/RegistroAnterior/Huella")) {
+        const QString a = QStringLiteral("Encadenamiento/RegistroAnterior/");
+        r.anterior = ChainLink{{v.value(a + "IDEmisorFactura"), v.value(a + "NumSerieFactura"),
+                                v.value(a + "FechaExpedicionFactura")},
+                               v.value(a + "Huella")};
+    }
+    r.fechaHora = v.value("FechaHoraHusoGenRegistro");
+    r.huella = v.value("Huella");
+    return r;
+}
+
+}  // namespace tallora::verifactu
