@@ -88,6 +88,15 @@ struct BoxItem {
     QString when;
 };
 
+// A QR code of a text made of literals and formulas, `size` mm square, drawn as boxes.
+struct QrItem {
+    int line = 0;
+    QPointF at;
+    double size = 30;
+    std::vector<TextPiece> pieces;
+    QString when;
+};
+
 struct Band {
     BandKind kind = BandKind::Detail;
     int line = 0;
@@ -98,6 +107,7 @@ struct Band {
     std::vector<TextItem> texts;
     std::vector<LineItem> lines;
     std::vector<BoxItem> boxes;
+    std::vector<QrItem> qrs;
 };
 
 struct DataSpec {

@@ -1,5 +1,6 @@
 #include "compiled_layout.h"
 
+#include "qr_code.h"
 #include "report_data.h"
 #include "report_error.h"
 
@@ -53,10 +54,26 @@ public:
                 {r, x.fill.isValid() ? x.fill.rgba() : 0u, dotsFromMm(x.border), x.color.rgba()});
             cb.minHeight = std::max(cb.minHeight, r.bottom());
         }
+        for (const QrItem& q : b.qrs) {
+            if (!shown(q.when)) continue;
+            const QRectF area(dotsFromMm(q.at.x()), dotsFromMm(q.at.y()), dotsFromMm(q.size),
+                              dotsFromMm(q.size));
+            for (const QRectF& module : qrModules(qrText(q), area))
+                cb.boxes.push_back({module, 0xff000000u, 0, 0xff000000u});
+            // The quiet zone under the code, about four modules, stays clear.
+            cb.minHeight = std::max(cb.minHeight, area.bottom() + area.height() * 0.12);
+        }
         return cb;
     }
 
 private:
+    QString qrText(const QrItem& q) const {
+        QString out;
+        for (const TextPiece& p : q.pieces)
+            out += p.kind == TextPiece::Kind::Formula ? formulas_.value(p.text) : p.text;
+        return out.trimmed();
+    }
+
     // An item with `when` prints only when one of its formulas ("a|b") holds a value other
     // than a zero amount.
     bool shown(const QString& when) const {

@@ -343,6 +343,25 @@ void readBox(Statement& s, Layout& layout) {
     band.boxes.push_back(b);
 }
 
+void readQr(Statement& s, Layout& layout) {
+    Band& band = currentBand(s, layout);
+    QrItem q;
+    q.line = s.line();
+    q.at = QPointF(s.number(QStringLiteral("x"), 0), s.number(QStringLiteral("y"), 0));
+    q.size = s.number(QStringLiteral("size"), std::nullopt, 5);
+    try {
+        q.pieces = parseTextTemplate(s.required(QStringLiteral("value")));
+    } catch (const std::invalid_argument& e) {
+        s.fail(QStringLiteral("value: %1").arg(QString::fromStdString(e.what())));
+    }
+    for (const TextPiece& p : q.pieces)
+        if (p.kind != TextPiece::Kind::Literal && p.kind != TextPiece::Kind::Formula)
+            s.fail(QStringLiteral("a QR code holds literal text and formulas only"));
+    q.when = s.take(QStringLiteral("when")).value_or(QString());
+    s.done();
+    band.qrs.push_back(std::move(q));
+}
+
 }  // namespace
 
 const Band* Layout::band(BandKind kind, const QString& field) const {
@@ -387,9 +406,11 @@ Layout parseLayout(const QString& text, const QString& path) {
             readLine(s, layout);
         } else if (k == u"box") {
             readBox(s, layout);
+        } else if (k == u"qr") {
+            readQr(s, layout);
         } else {
-            s.fail(QStringLiteral(
-                       "unknown statement \"%1\" (page, font, data, join, band, text, line or box)")
+            s.fail(QStringLiteral("unknown statement \"%1\" (page, font, data, join, band, text, "
+                                  "line, box or qr)")
                        .arg(k));
         }
     }

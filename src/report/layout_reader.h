@@ -28,7 +28,12 @@
 //        [align=left|center|right] [overflow=ellipsis|wrap] value="..."
 //  line  x1= y1= x2= y2= [width=0.2] [color=#rrggbb]
 //  box   x= y= w= h= [fill=#rrggbb] [border=0.2] [color=#rrggbb]
-//  Any text, line or box may add when=NAME: it prints only when the formula NAME holds a
+//  qr    x= y= size= value="..."                           a QR code (error correction M) of
+//                                                          the value, `size` mm square, drawn
+//                                                          as boxes; the value takes literal
+//                                                          text and {@formulas} only, and an
+//                                                          empty value draws nothing
+//  Any text, line, box or qr may add when=NAME: it prints only when the formula NAME holds a
 //  value, that is neither empty nor a zero amount ("0", "0,00"), so that a document's
 //  optional rows (a second IVA rate, a withholding) leave no empty captions behind;
 //  when=A|B|C prints when any of them does.

@@ -9,6 +9,7 @@
 #include "report/report_job.h"
 #include "schema/creation.h"
 #include "store/database.h"
+#include "verifactu/sale_qr.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -176,6 +177,9 @@ std::array<QString, 71> documentFormulas(const WorkingContext& ctx, std::int64_t
     // Written without its equals sign, as it always has been; lbl_factura of index 16 wins.
     f[7] = QStringLiteral("lbl_factura '") + Missatge(ctx, 6906) + u'\'';
     f[50] = spaced(QStringLiteral("lbl_vencimiento"), Missatge(ctx, 6910));
+    // Of our own: an invoice's VERI*FACTU code, the address of its record.
+    if (type == DocType::Factura)
+        f[60] = formula(QStringLiteral("qr_verifactu"), verifactu::saleQrAddress(ctx, number));
     return f;
 }
 

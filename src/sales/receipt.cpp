@@ -5,6 +5,7 @@
 #include "schema/creation.h"
 #include "schema/inquiry_filter.h"
 #include "store/database.h"
+#include "verifactu/sale_qr.h"
 
 namespace tallora::sales {
 
@@ -57,6 +58,8 @@ report::ReportResult Imprimeix_Rebut(const WorkingContext& ctx, Dialogs& dialogs
         QStringLiteral("pob"), header ? ctx.EmpresaCP + u'-' + ctx.EmpresaPoblacio : QString());
     job.Formulas[3] =
         report::textFormula(QStringLiteral("dom"), header ? ctx.EmpresaDomicili : QString());
+    job.Formulas[4] =
+        report::textFormula(QStringLiteral("qr_verifactu"), verifactu::saleQrAddress(ctx, number));
     job.WindowTitle = QStringLiteral("RECIBO");
     job.Destination = report::Destination::Printer;
     report::Marges_Informe(job, ctx);

@@ -2,17 +2,21 @@
 // tests/data/documents/<template>/expected.txt, and a document long enough to run over pages.
 #include "../report/report_fixture.h"
 #include "context/billing_files.h"
+#include "report/pdf_output.h"
 #include "report/rendered_report.h"
 #include "report/report_job.h"
 #include "sales/billing_document.h"
 #include "sales/billing_lines.h"
 #include "sales/document_printing.h"
+#include "sales/receipt.h"
 #include "sales/sale_change.h"
 #include "sales/sale_posting.h"
 #include "sales_fixture.h"
+#include "verifactu/sale_qr.h"
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 
 namespace tallora::testing {
 namespace {
@@ -168,6 +172,64 @@ TEST_F(DocumentTemplates, ALongDocumentRepeatsItsHeaderAndEndsWithItsSummary) {
         }
         EXPECT_EQ(printedLines, 60);
     }
+}
+
+// What a QR reader finds on the first page of `report` printed to PDF, as a scanner would
+// see the paper: the PDF rendered by pdftoppm, the picture read by zbarimg.
+QString qrOfFirstPage(const report::RenderedReport& r, const QString& folder) {
+    const QString pdf = folder + QStringLiteral("/page.pdf");
+    report::writePdf(r, pdf);
+    QProcess render;
+    render.start(QStringLiteral("pdftoppm"),
+                 {"-png", "-r", "200", "-f", "1", "-l", "1", "-singlefile", pdf, folder + "/page"});
+    if (!render.waitForFinished(60000) || render.exitCode() != 0) return "pdftoppm failed";
+    QProcess scan;
+    scan.start(QStringLiteral("zbarimg"), {"--raw", "-q", folder + "/page.png"});
+    if (!scan.waitForFinished(60000)) return "zbarimg failed";
+    return QString::fromUtf8(scan.readAllStandardOutput()).trimmed();
+}
+
+TEST_F(DocumentTemplates, AnInvoiceCarriesTheQrOfItsRecordWhichAReaderReadsBack) {
+    f.ctx.EmpresaNIF = "B12345674";
+    ASSERT_NO_FATAL_FAILURE(postInvoice());
+    const QString expected =
+        "https://www2.agenciatributaria.gob.es/wlpl/TIKE-CONT/ValidarQR?"
+        "nif=B12345674&numserie=1&fecha=15-03-2026&importe=172.30";
+    ASSERT_EQ(verifactu::saleQrAddress(f.ctx, 1), expected);
+    sales::clearLines(f.ctx);
+    const auto loaded = sales::Modifica_Venda(f.ctx, "1");
+    ASSERT_TRUE(loaded.has_value());
+    const sales::RateCaptions captions = sales::rateCaptions(f.ctx, loaded->Tiva, loaded->Tre);
+    for (const QString name : {"f01", "f02"}) {
+        SCOPED_TRACE(name.toStdString());
+        const report::RenderedReport r =
+            render(name + ".rpt", 1, DocType::Factura, loaded->entry, captions);
+        EXPECT_TRUE(r.pageTexts(0).contains("VERI*FACTU"));
+        EXPECT_EQ(qrOfFirstPage(r, f.unit.path()), expected);
+    }
+    // The receipt of the sale, with the formula its print gives it.
+    sales::Prepara_SelFras(f.ctx, 1);
+    report::ReportJob job;
+    job.ReportFileName = sourcePath(QStringLiteral("resources/reports/recibo.rpt"));
+    job.DataFiles[0] = frasOut();
+    job.Formulas[0] = "qr_verifactu= '" + expected + "'";
+    EXPECT_EQ(qrOfFirstPage(report::renderReport(job, f.ctx), f.unit.path()), expected);
+}
+
+TEST_F(DocumentTemplates, AQuoteHasNoQrAndTakesNoRoomForIt) {
+    SaleEntry e = entry("0");
+    e.txtdescripcio = "-";
+    e.billing.type = DocType::Presupuesto;
+    sales::clearLines(f.ctx);
+    addLine(e, "1", "Tablero", "10", "", "21");
+    sales::sumLines(f.ctx, e, false);
+    const sales::PostingResult posted = sales::GrabaApunt(f.ctx, e, ventas());
+    ASSERT_TRUE(posted.ok()) << posted.error.toStdString();
+    const sales::RateCaptions captions = sales::rateCaptions(f.ctx, f.ctx.TipusIVA, f.ctx.TipusRE);
+    const report::RenderedReport r =
+        render("f01.rpt", posted.ordre, DocType::Presupuesto, e, captions);
+    EXPECT_FALSE(r.pageTexts(0).contains("VERI*FACTU"));
+    EXPECT_EQ(qrOfFirstPage(r, f.unit.path()), "");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "context/messages.h"
 #include "report/pdf_output.h"
 #include "store/database.h"
+#include "verifactu/sale_qr.h"
 
 #include "../report/report_fixture.h"
 
@@ -303,7 +304,9 @@ TEST_F(ReceiptTest, TheJobFollowsTheReceiptsContract) {
     EXPECT_EQ(job.DataFiles[0], frasOut());
     for (int i = 1; i < report::ReportJob::kDataFiles; ++i)
         EXPECT_TRUE(job.DataFiles[i].isEmpty()) << i;
-    for (int i = 4; i <= 50; ++i) EXPECT_TRUE(job.Formulas[i].isEmpty()) << i;
+    // The fifth is the sale's VERI*FACTU address, empty for a sale without a record.
+    EXPECT_EQ(job.Formulas[4], "qr_verifactu= '" + verifactu::saleQrAddress(f.ctx, 12) + "'");
+    for (int i = 5; i <= 50; ++i) EXPECT_TRUE(job.Formulas[i].isEmpty()) << i;
     EXPECT_EQ(job.Formulas[0], QStringLiteral("nom= 'Comercial Brenwick S.L.'"));
     EXPECT_EQ(job.Formulas[1], QStringLiteral("nif= 'B12345674'"));
     EXPECT_EQ(job.Formulas[2], QStringLiteral("pob= '17001-Girona'"));
