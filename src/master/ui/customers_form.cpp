@@ -4,6 +4,7 @@
 #include "context/messages.h"
 #include "context/working_context.h"
 #include "field_grid.h"
+#include "verifactu/tax_id.h"
 #include "widgets/field_behaviour.h"
 
 #include <QCheckBox>
@@ -99,6 +100,18 @@ QWidget* frmclients::buildData() {
     auto* required = new QLabel(m(306), frame);
     required->setObjectName(QStringLiteral("lblObligatoris"));
     grid.add(required, QString(), true);
+    // A tax number that fails its check is saved all the same: the warning only says so.
+    lblAvisoNIF_ = new QLabel(frame);
+    lblAvisoNIF_->setObjectName(QStringLiteral("lblAvisoNIF"));
+    lblAvisoNIF_->setStyleSheet(QStringLiteral("color: #b00020;"));
+    lblAvisoNIF_->setWordWrap(true);
+    lblAvisoNIF_->hide();
+    grid.add(lblAvisoNIF_, QString(), true);
+    connect(txtNIF_, &QLineEdit::textChanged, this, [this](const QString& text) {
+        const QString warning = verifactu::taxIdWarning(ctx_, text);
+        lblAvisoNIF_->setText(warning);
+        lblAvisoNIF_->setVisible(!warning.isEmpty());
+    });
     grid.finish();
     return frame;
 }

@@ -35,6 +35,7 @@ private:
         *txtNIF_, *txttelefon_, *txtFax_, *txtEmail_, *txtWeb_, *txtsaldo_;
     QCheckBox* chkRecEquiv_;
     QLabel* lbl_Saldo_;
+    QLabel* lblAvisoNIF_ = nullptr;
     QLineEdit* txtFacturacionFormadePago_ = nullptr;
     QLineEdit* txtFacturacionEntidadBancaria_ = nullptr;
     QLineEdit* txtFacturacionCCC_ = nullptr;

@@ -5,6 +5,7 @@
 #include "screen_fixture.h"
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTabWidget>
 
@@ -137,6 +138,32 @@ private slots:
         form.findChild<QLineEdit*>(QStringLiteral("txtNIF"))->setFocus();
         enter(&form);
         QCOMPARE(focusName(&form), QStringLiteral("txtnom"));
+    }
+
+    void aTaxNumberFailingItsCheckIsWarnedOfAndSavedAllTheSame() {
+        ScreenExercise x;
+        frmclients form(x.ctx, x.dialogs);
+        form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        auto* warning = form.findChild<QLabel*>(QStringLiteral("lblAvisoNIF"));
+        QVERIFY(warning);
+        newRecord(&form);
+        form.findChild<QLineEdit*>(QStringLiteral("txtNIF"))->setFocus();
+        type(&form, QStringLiteral("54362315Z"));
+        QVERIFY(warning->isVisible());
+        QVERIFY(warning->text().contains(QStringLiteral("54362315Z")));
+        auto* nif = form.findChild<QLineEdit*>(QStringLiteral("txtNIF"));
+        nif->setText(QStringLiteral("54362315K"));
+        QVERIFY(warning->isHidden());
+        nif->setText(QStringLiteral("FR12345678901"));
+        QVERIFY2(warning->isHidden(), "a foreign VAT number is not checked");
+        nif->setText(QStringLiteral("B64717839"));
+        QVERIFY(warning->isVisible());
+        form.findChild<QLineEdit*>(QStringLiteral("txtnom"))->setText(QStringLiteral("Bar Centre"));
+        save(&form);
+        for (const auto& box : x.dialogs.shown())
+            QVERIFY2(!box.text.contains(QStringLiteral("NIF")), qPrintable(box.text));
+        QCOMPARE(master::customerNames(x.ctx).size(), 1);
     }
 
     void withoutTreasuryOrBillingTheBalanceAndTabsAreHidden() {
