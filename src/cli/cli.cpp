@@ -209,6 +209,8 @@ const std::vector<Command>& commands() {
          importCommand},
         {"verifactu-records", "NIF8", 1, 1, {}, verifactuRecordsCommand},
         {"verifactu-check", "NIF8", 1, 1, {}, verifactuCheckCommand},
+        {"verifactu-xml", "NIF8 FILE", 2, 2, {}, verifactuXmlCommand},
+        {"verifactu-send", "NIF8", 1, 1, {"certificate"}, verifactuSendCommand},
         {"book", "NAME NIF8 YYYY", 3, 3,
          QStringList{"from", "to", "series", "irpf", "date", "pdf", "text", "party", "invoices",
                      "level"},

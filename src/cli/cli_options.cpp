@@ -39,7 +39,8 @@ const std::map<QString, bool>& knownOptions() {
         o.emplace(QStringLiteral("no-treasury"), false);
         // The treasury screens: runs, their draft, other movements.
         for (const QString& field :
-             QStringLiteral("date concept from-treasury from-other to-treasury to-other").split(u' '))
+             QStringLiteral("date concept from-treasury from-other to-treasury to-other")
+                 .split(u' '))
             o.emplace(field, true);
         o.insert({{"empty", false}, {"open", false}});
         // The books.

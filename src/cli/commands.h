@@ -118,5 +118,7 @@ int compactCommand(Session& s, const CliOptions& o);
 // verifactu_commands.cpp
 int verifactuRecordsCommand(Session& s, const CliOptions& o);
 int verifactuCheckCommand(Session& s, const CliOptions& o);
+int verifactuXmlCommand(Session& s, const CliOptions& o);
+int verifactuSendCommand(Session& s, const CliOptions& o);
 
 }  // namespace tallora::cli

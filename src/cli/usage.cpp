@@ -339,6 +339,16 @@ same transaction as the invoice's rows:
   verifactu-check NIF8
                       recomputes every hash and follows the chain; prints the count, or
                       the first record that breaks it (exit 1)
+  verifactu-xml NIF8 FILE
+                      writes the next submission to the tax agency (the records waiting,
+                      at most 1,000, in their SOAP envelope) to FILE, and prints its count
+  verifactu-send NIF8 --certificate FILE.p12
+                      sends the records waiting to the tax agency's service (test or
+                      production, as the company's settings say) with the company's
+                      certificate, whose password is read from standard input and never
+                      kept; waits between submissions as each answer asks; prints each
+                      step and the count of records correct, accepted with errors and
+                      incorrect. What was not accepted waits for the next time.
 With the billing module only (the references belong to the company):
   references NIF8 YYYY
                       code, description, price

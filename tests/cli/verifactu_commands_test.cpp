@@ -4,6 +4,7 @@
 #include "cli_fixture.h"
 #include "store/database.h"
 
+#include <QFile>
 #include <QRegularExpression>
 
 using namespace tallora;
@@ -92,6 +93,29 @@ TEST_F(cliVerifactu, AFlippedCharacterIsReportedWithItsRecord) {
     EXPECT_EQ(r.code, 1) << r;
     EXPECT_TRUE(r.err.contains("registro 2 ")) << r;
     EXPECT_TRUE(r.out.isEmpty()) << r;
+}
+
+TEST_F(cliVerifactu, TheNextSubmissionIsWrittenToAFile) {
+    Result r = run({"verifactu-xml", K, unit.filePath("next.xml")});
+    EXPECT_EQ(r.code, 1) << "nothing waits yet: " << r;
+    ASSERT_EQ(sale("121", "F-1").code, 0);
+    ASSERT_EQ(sale("60,50", "F-2").code, 0);
+    r = run({"verifactu-xml", K, unit.filePath("next.xml")});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_EQ(r.out, "2 registros\n");
+    QFile file(unit.filePath("next.xml"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString xml = QString::fromUtf8(file.readAll());
+    EXPECT_TRUE(
+        xml.contains("<sf:NombreRazon>Fusteria Pons</sf:NombreRazon><sf:NIF>B12345678</sf:NIF>"))
+        << xml.left(600).toStdString();
+    EXPECT_EQ(xml.count("<sum:RegistroFactura>"), 2);
+}
+
+TEST_F(cliVerifactu, SendingNeedsTheCertificate) {
+    const Result r = run({"verifactu-send", K});
+    EXPECT_EQ(r.code, 2) << r;
+    EXPECT_TRUE(r.err.contains("--certificate")) << r;
 }
 
 TEST_F(cliVerifactu, AnUnknownCompanyIsRefused) {

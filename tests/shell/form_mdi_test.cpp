@@ -25,6 +25,8 @@
 #include "treasury/ui/form_cons_extracto.h"
 #include "treasury/ui/form_cons_otros.h"
 #include "treasury/ui/frm_tesoreria_otros.h"
+#include "verifactu/record_chain.h"
+#include "verifactu/record_file.h"
 #include "widgets/obre_ajuda.h"
 
 #include <QAction>
@@ -80,6 +82,29 @@ private slots:
         QVERIFY(!window.statusPanel(4));
         window.Barra_Estat(QStringLiteral("Alta ..."));
         QCOMPARE(window.statusPanel(2)->text(), QStringLiteral("Alta ..."));
+    }
+
+    void theStatusBarSaysHowManyRecordsWaitToBeSent() {
+        WorkingContext ctx = treasuryExercise("records");
+        ScriptedDialogs dialogs;
+        FormMDI window(ctx, dialogs);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(window.recordsPanel()->isHidden());
+        // Two records as a posting writes them, neither answered.
+        const QString path = verifactu::recordsPath(ctx);
+        verifactu::ensureRecordsFile(path);
+        store::Database db = store::Database::open(ctx.Directori + schema::db::FrasOut);
+        db.attach(path, verifactu::kRecordsAlias);
+        for (int i = 1; i <= 2; ++i) {
+            verifactu::InvoiceRecord r;
+            r.id = {QStringLiteral("B12345674"), QString::number(i), QStringLiteral("01-02-2026")};
+            r.tipoFactura = QStringLiteral("F1");
+            verifactu::appendRecord(ctx, db, r, {ctx.Exercici, i});
+        }
+        window.refreshRecordsPanel();
+        QVERIFY(window.recordsPanel()->isVisible());
+        QCOMPARE(window.recordsPanel()->text(), QStringLiteral("VERI*FACTU: 2 por enviar"));
     }
 
     void readsTheInstallationSettingsAsItStarts() {

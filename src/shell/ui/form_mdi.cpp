@@ -28,6 +28,7 @@
 #include "shell/menu_tree.h"
 #include "shell/settings_files.h"
 #include "shell/startup.h"
+#include "store/database.h"
 #include "store/store_error.h"
 #include "treasury/other_movements.h"
 #include "treasury/ui/form_cartera_recibos.h"
@@ -35,6 +36,8 @@
 #include "treasury/ui/form_cons_extracto.h"
 #include "treasury/ui/form_cons_otros.h"
 #include "treasury/ui/frm_tesoreria_otros.h"
+#include "verifactu/record_file.h"
+#include "verifactu/submission.h"
 #include "widgets/field_behaviour.h"
 #include "widgets/obre_ajuda.h"
 #include "widgets/screen_style.h"
@@ -51,13 +54,16 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 
 namespace tallora {
 namespace {
 
-bool ticketsMode(const WorkingContext& ctx) { return ctx.ModeExercici == QStringLiteral("TICKETS"); }
+bool ticketsMode(const WorkingContext& ctx) {
+    return ctx.ModeExercici == QStringLiteral("TICKETS");
+}
 
 }  // namespace
 
@@ -90,6 +96,15 @@ FormMDI::FormMDI(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
         barra->addPermanentWidget(panels_[i], i == 1 ? 1 : 0);
     }
     panels_[2]->setText(ctx_.Exercici);
+    recordsPanel_ = new QLabel(barra);
+    recordsPanel_->setObjectName(QStringLiteral("BarraVerifactu"));
+    barra->addPermanentWidget(recordsPanel_);
+    refreshRecordsPanel();
+    // Records wait quietly while there is no connection; the count keeps the user told.
+    auto* recount = new QTimer(this);
+    connect(recount, &QTimer::timeout, this, &FormMDI::refreshRecordsPanel);
+    recount->start(60000);
+    connect(mdi_, &QMdiArea::subWindowActivated, this, [this] { refreshRecordsPanel(); });
 
     // The month lock lives hidden for as long as the shell: its boxes are the lock.
     blockmes_ = new blockmes(ctx_, dialogs_);
@@ -99,6 +114,20 @@ FormMDI::FormMDI(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
     connect(blockmes_, &blockmes::hideRequested, blockmesWindow_, &QWidget::hide);
     resize(1024, 700);
     applyScreenMode();
+}
+
+void FormMDI::refreshRecordsPanel() {
+    int waiting = 0;
+    try {
+        if (!ctx_.Exercici.isEmpty())
+            waiting = verifactu::pendingCount(verifactu::recordsPath(ctx_));
+    } catch (const store::StoreError&) {
+        // A file that cannot be read now is counted on the next round.
+    }
+    recordsPanel_->setText(fixedText(ctx_, QStringLiteral("VERI*FACTU: %1 por enviar"),
+                                     QStringLiteral("VERI*FACTU: %1 per enviar"))
+                               .arg(waiting));
+    recordsPanel_->setVisible(waiting > 0);
 }
 
 void FormMDI::buildBand() {
@@ -167,7 +196,8 @@ void FormMDI::buildToolBar() {
         a->setObjectName(button.key);
         const QString entry = button.menuEntry;
         if (entry.isEmpty()) {
-            connect(a, &QAction::triggered, this, [this] { ui::Obre_Ajuda(ctx_, QStringLiteral("indice")); });
+            connect(a, &QAction::triggered, this,
+                    [this] { ui::Obre_Ajuda(ctx_, QStringLiteral("indice")); });
             continue;
         }
         const shell::MenuEntry* menuEntry = shell::findMenuEntry(entry);
@@ -248,8 +278,9 @@ void FormMDI::runEntry(const QString& name) {
     } else if (name == QStringLiteral("contingut")) {
         ui::Obre_Ajuda(ctx_, QStringLiteral("indice"));
     } else if (name == QStringLiteral("Sobreombrelsoft")) {
-        QMessageBox::about(this, programName(),
-                           QStringLiteral("%1 %2\n%3").arg(programName(), programVersion(), ctx_.EmpresaNom));
+        QMessageBox::about(
+            this, programName(),
+            QStringLiteral("%1 %2\n%3").arg(programName(), programVersion(), ctx_.EmpresaNom));
     }
 }
 
@@ -321,9 +352,13 @@ void FormMDI::applyScreenMode() {
         setWindowState(windowState() & ~Qt::WindowMaximized);
 }
 
-QLabel* FormMDI::statusPanel(int n) const { return (n >= 1 && n <= 3) ? panels_[n - 1] : nullptr; }
+QLabel* FormMDI::statusPanel(int n) const {
+    return (n >= 1 && n <= 3) ? panels_[n - 1] : nullptr;
+}
 
-void FormMDI::Barra_Estat(const QString& text) { panels_[1]->setText(text); }
+void FormMDI::Barra_Estat(const QString& text) {
+    panels_[1]->setText(text);
+}
 
 void FormMDI::Activa_BarraMDI(bool enabled) {
     for (QAction* a : BarraMDI_->actions())
@@ -347,6 +382,7 @@ QMdiSubWindow* FormMDI::openChild(QWidget* screen) {
 FormMDI::~FormMDI() {
     // The children go after this body: their focus changes must not reach a half-gone shell.
     disconnect(qApp, nullptr, this, nullptr);
+    disconnect(mdi_, nullptr, this, nullptr);
 }
 
 report::ReportOutput* FormMDI::reportOutput() {

@@ -45,6 +45,10 @@ public:
     QMdiArea* mdiArea() const { return mdi_; }
     // Panel 1 to 3 of the status bar `Barra`.
     QLabel* statusPanel(int n) const;
+    // The panel that says how many VERI*FACTU records wait to be sent; hidden when none.
+    QLabel* recordsPanel() const { return recordsPanel_; }
+    // Counts the records waiting again (after a sale, a submission, or on the minute).
+    void refreshRecordsPanel();
     QLabel* lblEmpresa() const { return lblEmpresa_; }
     QToolBar* BarraMDI() const { return BarraMDI_; }
     // The menu entry or top menu of that name.
@@ -128,6 +132,7 @@ private:
     QMdiArea* mdi_;
     QLabel* lblEmpresa_ = nullptr;
     QLabel* panels_[3];
+    QLabel* recordsPanel_ = nullptr;
     QToolBar* BarraMDI_ = nullptr;
     QHash<QString, QAction*> actions_;
     blockmes* blockmes_ = nullptr;
