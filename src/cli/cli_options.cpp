@@ -52,6 +52,8 @@ const std::map<QString, bool>& knownOptions() {
         o.insert({{"line", true}, {"bank-name", true}});
         // The interchange file: what an export or an import takes.
         o.insert({{"customers", false}, {"chart", false}, {"whole", false}});
+        // VERI*FACTU: the company's certificate for the tax agency's service.
+        o.emplace(QStringLiteral("certificate"), true);
         return o;
     }();
     return options;

@@ -116,6 +116,10 @@ TEST_F(cliVerifactu, SendingNeedsTheCertificate) {
     const Result r = run({"verifactu-send", K});
     EXPECT_EQ(r.code, 2) << r;
     EXPECT_TRUE(r.err.contains("--certificate")) << r;
+    const Result missing =
+        run({"verifactu-send", K, "--certificate", unit.filePath("none.p12")});
+    EXPECT_EQ(missing.code, 1) << missing;
+    EXPECT_TRUE(missing.err.contains("none.p12")) << missing;
 }
 
 TEST_F(cliVerifactu, AnUnknownCompanyIsRefused) {
