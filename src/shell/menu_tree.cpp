@@ -12,7 +12,9 @@ namespace {
 
 using Kind = MenuEntry::Kind;
 
-MenuEntry menu(const char* name, int caption) { return {Kind::Menu, name, {}, caption, {}, true}; }
+MenuEntry menu(const char* name, int caption) {
+    return {Kind::Menu, name, {}, caption, {}, true};
+}
 MenuEntry item(const char* parent, const char* name, int caption, bool built = false) {
     return {Kind::Item, name, parent, caption, {}, built};
 }
@@ -35,6 +37,7 @@ const std::vector<MenuEntry>& menuTree() {
         item("Mnu1", "mnubloc", 205, true),
         separator("Mnu1", "s4"),
         fixed("Mnu1", "mnuimportar", "Importar / Exportar", true),
+        fixed("Mnu1", "mnuVerifactu", "VERI*FACTU", true),
         separator("Mnu1", "ssss"),
         item("Mnu1", "mnuConfiguracio", 208, true),
         item("Mnu1", "mnuAsistente", 6951, true),
@@ -109,8 +112,9 @@ QString menuCaption(const WorkingContext& ctx, const MenuEntry& entry) {
 }
 
 bool menuEntryVisible(const WorkingContext& ctx, const QString& name) {
-    static const QStringList treasury{"mnu_Tesoreria", "mnu_movimientos", "mnuConsOtros",
-                                      "mnu_contrapartidas", "msn", "mns2", "mssnu"};
+    static const QStringList treasury{
+        "mnu_Tesoreria", "mnu_movimientos", "mnuConsOtros", "mnu_contrapartidas", "msn", "mns2",
+        "mssnu"};
     if (!ctx.Tesoreria && treasury.contains(name)) return false;
     if (ctx.ModeExercici == QStringLiteral("TICKETS") && name == QStringLiteral("Clients"))
         return false;
@@ -129,10 +133,14 @@ bool menuEntryAvailable(const WorkingContext& ctx, const MenuEntry& entry) {
 
 const std::vector<ToolButton>& toolBar() {
     static const std::vector<ToolButton> buttons{
-        {1, "Clients", 228, "Clients"},   {2, "Proveidors", 229, "Proveidorsbd"},
-        {3, "Comptes", 230, "Comptesbd"}, {4, {}, 0, {}},
-        {5, "Despeses", 231, "frasreb"},  {6, {}, 0, {}},
-        {7, "Vendes", 232, "frasemes"},   {8, {}, 0, {}},
+        {1, "Clients", 228, "Clients"},
+        {2, "Proveidors", 229, "Proveidorsbd"},
+        {3, "Comptes", 230, "Comptesbd"},
+        {4, {}, 0, {}},
+        {5, "Despeses", 231, "frasreb"},
+        {6, {}, 0, {}},
+        {7, "Vendes", 232, "frasemes"},
+        {8, {}, 0, {}},
         {9, "Ayuda", 233, {}},
     };
     return buttons;

@@ -140,7 +140,8 @@ void keepAnswer(const QString& path, const Submission& submission, const Service
 
 QDateTime nextSendAllowed(const QString& path) {
     store::Database db = store::Database::open(path);
-    QDateTime at = QDateTime::fromString(setting(db, QStringLiteral("ProximoEnvio")), Qt::ISODateWithMs);
+    QDateTime at =
+        QDateTime::fromString(setting(db, QStringLiteral("ProximoEnvio")), Qt::ISODateWithMs);
     at.setTimeSpec(Qt::UTC);
     return at;
 }

@@ -8,11 +8,11 @@
 #include "master/ui/customers_form.h"
 #include "master/ui/treasury_accounts_form.h"
 #include "purchases/ui/form_compres.h"
-#include "sales/ui/form_cons_out.h"
 #include "purchases/ui/form_cons_in.h"
 #include "purchases/ui/form_cons_supl.h"
 #include "purchases/ui/form_suplidos.h"
 #include "report/ui/report_preview.h"
+#include "sales/ui/form_cons_out.h"
 #include "sales/ui/form_vendes.h"
 #include "schema/creation.h"
 #include "schema/upgrades.h"
@@ -27,6 +27,7 @@
 #include "treasury/ui/frm_tesoreria_otros.h"
 #include "verifactu/record_chain.h"
 #include "verifactu/record_file.h"
+#include "verifactu/ui/form_verifactu.h"
 #include "widgets/obre_ajuda.h"
 
 #include <QAction>
@@ -105,6 +106,18 @@ private slots:
         window.refreshRecordsPanel();
         QVERIFY(window.recordsPanel()->isVisible());
         QCOMPARE(window.recordsPanel()->text(), QStringLiteral("VERI*FACTU: 2 por enviar"));
+        // The menu entry opens the records screen once, with the two records.
+        window.menuAction(QStringLiteral("mnuVerifactu"))->trigger();
+        window.menuAction(QStringLiteral("mnuVerifactu"))->trigger();
+        int screens = 0;
+        for (QMdiSubWindow* sub : window.mdiArea()->subWindowList())
+            if (auto* records = qobject_cast<FormVerifactu*>(sub->widget())) {
+                ++screens;
+                QCOMPARE(
+                    records->findChild<QTableWidget*>(QStringLiteral("GridRegistros"))->rowCount(),
+                    2);
+            }
+        QCOMPARE(screens, 1);
     }
 
     void readsTheInstallationSettingsAsItStarts() {
@@ -144,7 +157,8 @@ private slots:
         QVERIFY(window.menuAction(QStringLiteral("mnullibres"))->isEnabled());
         QVERIFY(!window.menuAction(QStringLiteral("mnuconsPre"))->isEnabled());
         QVERIFY(window.menuAction(QStringLiteral("mnuRepara"))->isEnabled());
-        QCOMPARE(window.BarraMDI()->findChild<QAction*>(QStringLiteral("Vendes"))->text(), Missatge(ctx, 232));
+        QCOMPARE(window.BarraMDI()->findChild<QAction*>(QStringLiteral("Vendes"))->text(),
+                 Missatge(ctx, 232));
         window.Activa_BarraMDI(false);
         QVERIFY(!window.BarraMDI()->findChild<QAction*>(QStringLiteral("Ayuda"))->isEnabled());
     }
@@ -391,18 +405,23 @@ private slots:
         schema::Actualitza_Bases(ctx);  // the fields an opening adds: the listing prints cp
         {
             store::Database gest = store::Database::open(ctx.Directori + schema::db::Gest);
-            store::Statement add = gest.prepare("insert into Clients (nom, direccio, poblacio) values (?, ?, ?)");
+            store::Statement add =
+                gest.prepare("insert into Clients (nom, direccio, poblacio) values (?, ?, ?)");
             for (int i = 1; i <= 120; ++i)
-                add.bind(1, QStringLiteral("Cliente %1").arg(i)).bind(2, "C/ Major 1").bind(3, "Vic").execute(),
+                add.bind(1, QStringLiteral("Cliente %1").arg(i))
+                    .bind(2, "C/ Major 1")
+                    .bind(3, "Vic")
+                    .execute(),
                     add.reset();
         }
         FormMDI window(ctx, dialogs);
         books::ListingRequest request;
         request.printDate = QDate(2026, 11, 21);
-        const auto result =
-            books::btnLListatClients(ctx, dialogs, window.reportJob(), window.reportOutput(), request);
+        const auto result = books::btnLListatClients(ctx, dialogs, window.reportJob(),
+                                                     window.reportOutput(), request);
         QVERIFY2(result.ok(), qPrintable(result.error));
-        auto* preview = qobject_cast<report::ReportPreview*>(window.mdiArea()->activeSubWindow()->widget());
+        auto* preview =
+            qobject_cast<report::ReportPreview*>(window.mdiArea()->activeSubWindow()->widget());
         QVERIFY(preview);
         QVERIFY(preview->pageCount() >= 2);
         QCOMPARE(preview->pageCount(), result.pages);

@@ -169,6 +169,7 @@ TEST(MenuTree, TheEntriesComeInTheirOrderWithTheirCaptions) {
                                                         {"mnuEditarEmpresa", 6762},
                                                         {"mnubloc", 205},
                                                         {"mnuimportar", 0},
+                                                        {"mnuVerifactu", 0},
                                                         {"mnuConfiguracio", 208},
                                                         {"mnuAsistente", 6951},
                                                         {"mnuRepara", 6763},

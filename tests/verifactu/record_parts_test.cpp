@@ -3,6 +3,7 @@
 #include "verifactu/qr_address.h"
 #include "verifactu/record_time.h"
 #include "verifactu/record_xml.h"
+#include "verifactu/system_identity.h"
 #include "verifactu/tax_id.h"
 
 #include "context/working_context.h"
@@ -83,6 +84,20 @@ TEST(TaxId, AWarningOnlyForASpanishNumberThatFailsItsCheck) {
     EXPECT_TRUE(taxIdWarning(ctx, "1234").contains("1234")) << "too short to be any number";
     ctx.setIdioma("cat");
     EXPECT_TRUE(taxIdWarning(ctx, "54362315Z").startsWith("Atenció"));
+}
+
+TEST(Declaration, NamesTheSystemItsModesTheProducerAndTheLaw) {
+    WorkingContext ctx;
+    const QString text = declarationOfConformity(ctx);
+    const SystemIdentity id = programIdentity({});
+    for (const char* part :
+         {"Nombre del sistema: Tallora 5", "Código identificador: T5", "Versión: ",
+          "Solo puede funcionar como VERI*FACTU: Sí", "varios obligados tributarios: Sí",
+          "Productor: ", "Dirección: ", "29.2.j)", "Real Decreto 1007/2023", "Orden HAC/1177/2024"})
+        EXPECT_TRUE(text.contains(QString::fromUtf8(part))) << part;
+    EXPECT_TRUE(text.contains("Versión: " + id.version));
+    ctx.setIdioma("cat");
+    EXPECT_TRUE(declarationOfConformity(ctx).contains("Reial Decret 1007/2023"));
 }
 
 TEST(RecordXml, AnAltaReadsBackWithEveryValue) {

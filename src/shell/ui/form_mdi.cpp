@@ -38,6 +38,8 @@
 #include "treasury/ui/frm_tesoreria_otros.h"
 #include "verifactu/record_file.h"
 #include "verifactu/submission.h"
+#include "verifactu/system_identity.h"
+#include "verifactu/ui/form_verifactu.h"
 #include "widgets/field_behaviour.h"
 #include "widgets/obre_ajuda.h"
 #include "widgets/screen_style.h"
@@ -222,6 +224,8 @@ void FormMDI::runEntry(const QString& name) {
         openCompanyData();
     } else if (name == QStringLiteral("mnuimportar")) {
         openInterchange();
+    } else if (name == QStringLiteral("mnuVerifactu")) {
+        openRecords();
     } else if (name == QStringLiteral("mnuAsistente")) {
         openAssistant();
     } else if (name == QStringLiteral("mnuRepara") || name == QStringLiteral("mnuCompactar")) {
@@ -278,9 +282,10 @@ void FormMDI::runEntry(const QString& name) {
     } else if (name == QStringLiteral("contingut")) {
         ui::Obre_Ajuda(ctx_, QStringLiteral("indice"));
     } else if (name == QStringLiteral("Sobreombrelsoft")) {
-        QMessageBox::about(
-            this, programName(),
-            QStringLiteral("%1 %2\n%3").arg(programName(), programVersion(), ctx_.EmpresaNom));
+        QMessageBox::about(this, programName(),
+                           QStringLiteral("%1 %2\n%3\n\n%4")
+                               .arg(programName(), programVersion(), ctx_.EmpresaNom,
+                                    verifactu::declarationOfConformity(ctx_)));
     }
 }
 
@@ -317,6 +322,14 @@ void FormMDI::openCompanyData() {
     connect(form, &FormEditaEmpresa::companySaved, this, &FormMDI::showEntriesInForce);
     connect(form, &FormEditaEmpresa::ratesChanged, this, &FormMDI::Tanca_Filles);
     form->open();
+}
+
+void FormMDI::openRecords() {
+    FormVerifactu* screen =
+        openScreen<FormVerifactu>([this] { return new FormVerifactu(ctx_, dialogs_); });
+    if (screen)
+        connect(screen, &FormVerifactu::recordsSent, this, &FormMDI::refreshRecordsPanel,
+                Qt::UniqueConnection);
 }
 
 void FormMDI::openInterchange() {

@@ -109,6 +109,7 @@ private:
     // FormEditaEmpresa, modally.
     void openCompanyData();
     void openInterchange();
+    void openRecords();
     // The menu entries and the band follow the context as it now stands.
     void showEntriesInForce();
     void openPortfolio();
