@@ -29,6 +29,7 @@
 #include "shell/exercises.h"
 #include "shell/settings_files.h"
 #include "shell/startup.h"
+#include "verifactu/ui/form_verifactu.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -69,8 +70,10 @@ void fillMasterFiles(WorkingContext& ctx) {
         {"Construccions Puigdemunt, S.L.", "Av. Catalunya, 45", "Granollers", "08401", "B08123456"},
         {"Bricolatge Vallès, S.C.P.", "C/ Sant Jaume, 8", "Cardedeu", "08440", "J60123457"},
         {"Jordi Casals Ferrer", "C/ de la Riera, 3", "La Garriga", "08530", "46123456P"},
-        {"Instal·lacions Tort, S.L.", "Polígon Can Volart, nau 7", "Parets del Vallès", "08150", "B62345678"},
-        {"Ajuntament de Canovelles", "Plaça de l'Ajuntament, 1", "Canovelles", "08420", "P0803900J"},
+        {"Instal·lacions Tort, S.L.", "Polígon Can Volart, nau 7", "Parets del Vallès", "08150",
+         "B62345678"},
+        {"Ajuntament de Canovelles", "Plaça de l'Ajuntament, 1", "Canovelles", "08420",
+         "P0803900J"},
         {"Reformas Hermanos Gil, S.L.", "C/ Girona, 112", "Granollers", "08402", "B65987654"},
         {"Maria Àngels Soler Pujol", "C/ Corró, 221", "Granollers", "08401", "38987654M"},
         {"Fusteria Can Mas", "Ctra. de Ribes, km 3", "Les Franqueses", "08520", "B61234987"},
@@ -104,15 +107,27 @@ void fillMasterFiles(WorkingContext& ctx) {
         if (master::saveSupplier(ctx, dialogs(), p, true).kind != master::Outcome::Kind::Done)
             qFatal("sample supplier refused: %s", qPrintable(dialogs().lastText()));
     }
-    master::TreasuryAccount cash{{}, master::kGrupCaja, QStringLiteral("Caja tienda"), {}, QStringLiteral("350,00")};
-    master::TreasuryAccount bank{{}, master::kGrupBancos, QStringLiteral("CaixaBank c/c"),
-                                 QStringLiteral("21000001230200012345"), QStringLiteral("12.480,15")};
+    master::TreasuryAccount cash{
+        {}, master::kGrupCaja, QStringLiteral("Caja tienda"), {}, QStringLiteral("350,00")};
+    master::TreasuryAccount bank{{},
+                                 master::kGrupBancos,
+                                 QStringLiteral("CaixaBank c/c"),
+                                 QStringLiteral("21000001230200012345"),
+                                 QStringLiteral("12.480,15")};
     master::saveTreasuryAccount(ctx, dialogs(), cash, true);
     master::saveTreasuryAccount(ctx, dialogs(), bank, true);
-    master::OtherAccount loan{{}, QStringLiteral("170"), QStringLiteral("Deudas a largo plazo"),
-                              QStringLiteral("Préstamo ICO local"), QStringLiteral("18.000,00"), QStringLiteral("P")};
-    master::OtherAccount owner{{}, QStringLiteral("550"), QStringLiteral("Cuenta corriente con socios"),
-                               QStringLiteral("Cuenta del titular"), QStringLiteral("0"), QStringLiteral("A")};
+    master::OtherAccount loan{{},
+                              QStringLiteral("170"),
+                              QStringLiteral("Deudas a largo plazo"),
+                              QStringLiteral("Préstamo ICO local"),
+                              QStringLiteral("18.000,00"),
+                              QStringLiteral("P")};
+    master::OtherAccount owner{{},
+                               QStringLiteral("550"),
+                               QStringLiteral("Cuenta corriente con socios"),
+                               QStringLiteral("Cuenta del titular"),
+                               QStringLiteral("0"),
+                               QStringLiteral("A")};
     master::saveOtherAccount(ctx, dialogs(), loan, true);
     master::saveOtherAccount(ctx, dialogs(), owner, true);
     const char* references[][3] = {
@@ -122,7 +137,8 @@ void fillMasterFiles(WorkingContext& ctx) {
         {"HORA-MONT", "Hora de montaje en obra", "32,00"},
     };
     for (const auto& row : references) {
-        master::PriceReference r{{}, QString::fromUtf8(row[0]), QString::fromUtf8(row[1]), QString::fromUtf8(row[2])};
+        master::PriceReference r{
+            {}, QString::fromUtf8(row[0]), QString::fromUtf8(row[1]), QString::fromUtf8(row[2])};
         master::saveReference(ctx, dialogs(), r, true);
     }
 }
@@ -148,11 +164,12 @@ const Sample& sample(const QString& idioma) {
         settings::writeDecimal(ctx.programDir, 44);
         shell::NewCompany companies[] = {
             {QStringLiteral("Ferretería Montseny, S.L."), QStringLiteral("Carrer Major, 12"),
-             QStringLiteral("Granollers"), QStringLiteral("08401"), QStringLiteral("B65432187"), true},
-            {QStringLiteral("Marta Puig Soler"), QStringLiteral("Calle Alcalá, 140"), QStringLiteral("Madrid"),
-             QStringLiteral("28009"), QStringLiteral("38765432X"), false},
-            {QStringLiteral("Estanc Can Ribas"), QStringLiteral("Plaça de la Vila, 3"), QStringLiteral("Vic"),
-             QStringLiteral("08500"), QStringLiteral("77889900K"), false},
+             QStringLiteral("Granollers"), QStringLiteral("08401"), QStringLiteral("B65432187"),
+             true},
+            {QStringLiteral("Marta Puig Soler"), QStringLiteral("Calle Alcalá, 140"),
+             QStringLiteral("Madrid"), QStringLiteral("28009"), QStringLiteral("38765432X"), false},
+            {QStringLiteral("Estanc Can Ribas"), QStringLiteral("Plaça de la Vila, 3"),
+             QStringLiteral("Vic"), QStringLiteral("08500"), QStringLiteral("77889900K"), false},
         };
         for (auto& company : companies) shell::Verifica_Empresa(ctx, dialogs(), s.unit(), company);
         shell::Obre_Empresa(ctx, dialogs(), s.unit(), QStringLiteral("B6543218"));
@@ -161,7 +178,8 @@ const Sample& sample(const QString& idioma) {
             e.exercici = QString::fromLatin1(year);
             e.iva = {QStringLiteral("21"), QStringLiteral("10"), QStringLiteral("4")};
             e.re = {QStringLiteral("5,2"), QStringLiteral("1,4"), QStringLiteral("0,5")};
-            e.ivas = {QStringLiteral("21"), QStringLiteral("10"), QStringLiteral("4"), QStringLiteral("5")};
+            e.ivas = {QStringLiteral("21"), QStringLiteral("10"), QStringLiteral("4"),
+                      QStringLiteral("5")};
             shell::Graba_Exercici(ctx, dialogs(), e);
         }
         shell::Obre_Exercici(ctx, dialogs(), QStringLiteral("2026"));
@@ -195,7 +213,8 @@ std::unique_ptr<QWidget> made(WorkingContext& ctx) {
 // second row of its list, or changing it.
 template <typename Screen>
 GalleryScreen masterScreen(const QString& name, bool changing) {
-    return {name + (changing ? QStringLiteral("_editing") : QString()), [changing](WorkingContext& ctx) {
+    return {name + (changing ? QStringLiteral("_editing") : QString()),
+            [changing](WorkingContext& ctx) {
                 openExercise(ctx);
                 ctx.Tesoreria = true;
                 ctx.Facturacio = true;
@@ -279,8 +298,10 @@ std::vector<GalleryScreen> screenGallery() {
              pointAtSample(ctx);
              auto form = std::make_unique<FormSeleccio>(ctx, dialogs());
              form->Nova_Empresa();
-             form->findChild<QLineEdit*>(QStringLiteral("txtnom"))->setText(QStringLiteral("Gestoria Almirall"));
-             form->findChild<QLineEdit*>(QStringLiteral("txtNIF"))->setText(QStringLiteral("B0011223"));
+             form->findChild<QLineEdit*>(QStringLiteral("txtnom"))
+                 ->setText(QStringLiteral("Gestoria Almirall"));
+             form->findChild<QLineEdit*>(QStringLiteral("txtNIF"))
+                 ->setText(QStringLiteral("B0011223"));
              return std::unique_ptr<QWidget>(std::move(form));
          }},
         {QStringLiteral("FormMenu"),
@@ -325,9 +346,10 @@ std::vector<GalleryScreen> screenGallery() {
         screens.push_back(masterScreen<frmclients>(QStringLiteral("frmclients"), changing));
         screens.push_back(masterScreen<frmProveidors>(QStringLiteral("frmProveidors"), changing));
         screens.push_back(masterScreen<formComptes>(QStringLiteral("formComptes"), changing));
-        screens.push_back(masterScreen<frmTesoreria_cuentas>(QStringLiteral("frmTesoreria_cuentas"), changing));
         screens.push_back(
-            masterScreen<frmTesoreria_otrascuentas>(QStringLiteral("frmTesoreria_otrascuentas"), changing));
+            masterScreen<frmTesoreria_cuentas>(QStringLiteral("frmTesoreria_cuentas"), changing));
+        screens.push_back(masterScreen<frmTesoreria_otrascuentas>(
+            QStringLiteral("frmTesoreria_otrascuentas"), changing));
         screens.push_back(masterScreen<frmReferencias>(QStringLiteral("frmReferencias"), changing));
     }
     addSalesScreens(screens, openExercise, dialogs());
@@ -359,6 +381,11 @@ std::vector<GalleryScreen> screenGallery() {
              }});
     }
     addInterchangeScreens(screens);
+    // The records of the sample's invoices, none sent yet.
+    screens.push_back({QStringLiteral("FormVerifactu"), [](WorkingContext& ctx) {
+                           openExercise(ctx);
+                           return made<FormVerifactu>(ctx);
+                       }});
     return screens;
 }
 

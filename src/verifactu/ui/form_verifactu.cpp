@@ -1,5 +1,6 @@
 #include "form_verifactu.h"
 
+#include "context/common_helpers.h"
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/working_context.h"
@@ -35,6 +36,22 @@ enum Column { ColId, ColTipo, ColFactura, ColFecha, ColImporte, ColGenerado, Col
 struct LastAnswer {
     QString codigo, descripcion, csv;
 };
+
+// The record's legal texts as the user reads them elsewhere in the program: dates
+// dd/mm/yyyy, amounts with the program's decimal mark, the time without its offset.
+QString shownDate(const QString& recordDate) {
+    return QString(recordDate).replace(u'-', u'/');
+}
+
+QString shownAmount(const WorkingContext& ctx, const QString& recordAmount) {
+    const auto amount = Money::parse(recordAmount, u'.');
+    return amount ? Format_Import(ctx, *amount) : recordAmount;
+}
+
+QString shownTime(const QString& recordTime) {
+    const QDateTime at = QDateTime::fromString(recordTime.left(19), Qt::ISODate);
+    return at.isValid() ? at.toString(QStringLiteral("dd/MM/yyyy HH:mm:ss")) : recordTime;
+}
 
 LastAnswer lastAnswer(const QString& path, std::int64_t record) {
     store::Database db = store::Database::open(path);
@@ -146,9 +163,9 @@ void FormVerifactu::refresh() {
             const QStringList cells{QString::number(r.id),
                                     kind + u' ' + r.tipoFactura,
                                     r.numSerie,
-                                    r.fecha,
-                                    r.importeTotal,
-                                    r.fechaHora,
+                                    shownDate(r.fecha),
+                                    r.alta ? shownAmount(ctx_, r.importeTotal) : QString(),
+                                    shownTime(r.fechaHora),
                                     estado};
             for (int c = 0; c < ColCount; ++c) {
                 auto* item = new QTableWidgetItem(cells[c]);

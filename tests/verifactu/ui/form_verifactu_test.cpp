@@ -29,6 +29,7 @@ class FormVerifactuTest : public QObject {
             ctx.Exercici = "2026";
             ctx.EmpresaNIF = "89890001K";
             ctx.EmpresaNom = "Empresa de Prueba";
+            ctx.Decimal = ',';
             path = verifactu::recordsPath(ctx);
             verifactu::ensureRecordsFile(path);
         }
@@ -68,7 +69,8 @@ private slots:
         QCOMPARE(grid->rowCount(), 2);
         QCOMPARE(cell(form, 0, 1), QStringLiteral("Alta F1"));
         QCOMPARE(cell(form, 1, 2), QStringLiteral("F-2"));
-        QCOMPARE(cell(form, 1, 4), QStringLiteral("121.00"));
+        QCOMPARE(cell(form, 1, 3), QStringLiteral("15/03/2026"));
+        QCOMPARE(cell(form, 1, 4), QStringLiteral("121,00"));
         QCOMPARE(cell(form, 0, 6), QStringLiteral("Por enviar"));
         QCOMPARE(form.findChild<QLabel*>("lblPendientes")->text(),
                  QStringLiteral("2 registros, 2 por enviar"));
