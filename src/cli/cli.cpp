@@ -205,7 +205,7 @@ const std::vector<Command>& commands() {
          "NIF8 YYYY FILE",
          3,
          3,
-         {"whole", "customers", "suppliers", "chart"},
+         {"whole", "customers", "suppliers", "chart", "record-invoices"},
          importCommand},
         {"verifactu-records", "NIF8", 1, 1, {}, verifactuRecordsCommand},
         {"verifactu-check", "NIF8", 1, 1, {}, verifactuCheckCommand},

@@ -51,7 +51,8 @@ const std::map<QString, bool>& knownOptions() {
         // Billing documents: their lines and their commercial fields.
         o.insert({{"line", true}, {"bank-name", true}});
         // The interchange file: what an export or an import takes.
-        o.insert({{"customers", false}, {"chart", false}, {"whole", false}});
+        o.insert(
+            {{"customers", false}, {"chart", false}, {"whole", false}, {"record-invoices", false}});
         // VERI*FACTU: the company's certificate for the tax agency's service.
         o.emplace(QStringLiteral("certificate"), true);
         return o;

@@ -53,6 +53,11 @@ int importCommand(Session& s, const CliOptions& o) {
         choice.chart = o.flags.contains(QStringLiteral("chart"));
     }
     choice.exportChart = choice.chart;
+    if (o.flags.contains(QStringLiteral("record-invoices"))) {
+        if (!choice.whole)
+            throw UsageError{QStringLiteral("--record-invoices goes with a whole import only")};
+        choice.recordInvoices = true;
+    }
     return s.finish(interchange::Importa(s.ctx, s.dialogs, path, header, choice, logTo(s.out)));
 }
 

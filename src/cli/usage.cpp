@@ -59,14 +59,16 @@ Commands (NIF8 is the company key that "companies" shows):
                       writes the exercise to an interchange file (Windows-1252, CR LF):
                       everything, or only the customers, suppliers or chart given; a
                       line per record is printed. FILE may not end in YYYY.dat.
-  import NIF8 YYYY FILE [--whole | --customers --suppliers --chart]
+  import NIF8 YYYY FILE [--whole [--record-invoices] | --customers --suppliers --chart]
                       reads an interchange file into the exercise (asks, needs --yes).
                       --whole replaces all the data of the exercise and of the company's
                       portfolio and billing; --customers, --suppliers add them with new
                       numbers and --chart replaces the chart. Without these the file's
                       header decides. All or nothing: a refused line leaves every file
                       as it was, and its number is printed. Safety copies (_gest.bck ...)
-                      are made beside the files first.
+                      are made beside the files first. --record-invoices gives each sale of
+                      a whole import its VERI*FACTU record, in the same transaction: only
+                      for invoices no other installation has recorded.
 
 Master files of an exercise. They work on an exercise as its screens find it: one that was
 never opened since its creation (or since an option was turned on) is refused until

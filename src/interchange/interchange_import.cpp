@@ -1,4 +1,6 @@
 #include "interchange_import.h"
+#include "verifactu/record_chain.h"
+#include "verifactu/record_file.h"
 
 #include "context/dialogs.h"
 #include "context/messages.h"
@@ -70,6 +72,15 @@ void deleteAll(InterchangeFiles& files, const QString& database, const QString& 
 void IMPORTA_LIMPIA_CUENTAS(InterchangeFiles& files) {
     for (const QString& table : interchangeAccountTables())
         deleteAll(files, schema::db::Comptes, table);
+}
+
+// The records of every sale the import wrote, in their order, in the import's transaction.
+void recordImportedSales(const WorkingContext& ctx, InterchangeFiles& files) {
+    const QString table = files.tableRef(schema::db::FrasOut, QStringLiteral("FrasOut"));
+    std::vector<std::int64_t> numbers;
+    auto st = files.db().prepare(QStringLiteral("select Ordre from %1 order by Ordre").arg(table));
+    while (st.next()) numbers.push_back(st.int64(0));
+    for (const std::int64_t ordre : numbers) verifactu::recordSale(ctx, files.db(), ordre, table);
 }
 
 void Limpia_Tot(InterchangeFiles& files, bool siblingFile) {
@@ -233,6 +244,9 @@ qint64 importInterchangeFile(const WorkingContext& ctx, const QString& path,
             wholeSafetyCopies(ctx, files, sibling);
         else if (choice.chart)
             safetyCopy(ctx, files, schema::db::Comptes);
+        const bool record = choice.whole && choice.recordInvoices &&
+                            files.hasTable(schema::db::FrasOut, QStringLiteral("FrasOut")) &&
+                            verifactu::attachRecords(ctx, files.db());
         store::Transaction transaction(files.db(), store::Transaction::Kind::Immediate);
         if (choice.whole)
             Limpia_Tot(files, sibling);
@@ -254,6 +268,7 @@ qint64 importInterchangeFile(const WorkingContext& ctx, const QString& path,
             throw ImportError(lineNumber, {}, file.errorString());
         key.clear();
         lineNumber = 0;
+        if (record) recordImportedSales(ctx, files);
         transaction.commit();
         return done;
     } catch (const ImportError&) {

@@ -26,6 +26,10 @@ struct ImportChoice {
     // OpChkCuentas of the export tab, which the check of a selection reads in place of the
     // import's chart box.
     bool exportChart = false;
+    // chkVerifactu: the sales of a whole import are this company's invoices and take their
+    // VERI*FACTU records here. Off by default: a file usually carries invoices that another
+    // installation has already recorded.
+    bool recordInvoices = false;
 };
 
 // The options as the screen sets them for a file: a whole exercise is imported whole; a

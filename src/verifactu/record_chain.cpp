@@ -103,9 +103,10 @@ void appendRecord(const WorkingContext& ctx, store::Database& db, InvoiceRecord&
         .execute();
 }
 
-void recordSale(const WorkingContext& ctx, store::Database& db, std::int64_t ordre) {
+void recordSale(const WorkingContext& ctx, store::Database& db, std::int64_t ordre,
+                const QString& table) {
     if (!recordsAttached(db)) return;
-    auto record = saleRecord(ctx, db, ordre);
+    auto record = saleRecord(ctx, db, ordre, table);
     if (!record) return;
     const SaleKey key = keyOf(ctx, ordre);
     if (const auto last = lastRecordOf(db, key); last && last->alta) {

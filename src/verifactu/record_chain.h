@@ -7,6 +7,7 @@
 // row's number, exercise, sale number and XML. The hash covers what the AEAT asks; the seal covers
 // every character stored, so that the chain check finds any change.
 #include "invoice_record.h"
+#include "sale_record.h"
 
 #include "context/fwd.h"
 #include "store/database.h"
@@ -29,7 +30,10 @@ void appendRecord(const WorkingContext& ctx, store::Database& db, InvoiceRecord&
 // After FrasOut row `ordre` of the open exercise was inserted or changed: its alta, marked
 // as a correction when the invoice was recorded before. A change of number or date first
 // cancels the record of the old one. Does nothing unless the record file is attached.
-void recordSale(const WorkingContext& ctx, store::Database& db, std::int64_t ordre);
+// `table` is the sales table as `db` names it: FrasOUT.mdb is a posting's main file, an
+// import's attached one.
+void recordSale(const WorkingContext& ctx, store::Database& db, std::int64_t ordre,
+                const QString& table = kPostingSales);
 
 // Before FrasOut row `ordre` is deleted: the anulación of its last alta. An invoice that was
 // never recorded here leaves nothing. Does nothing unless the record file is attached.

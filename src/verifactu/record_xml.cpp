@@ -14,6 +14,9 @@ public:
     void open(const char* name) { xml_.writeStartElement(q(name)); }
     void close() { xml_.writeEndElement(); }
     void field(const char* name, const QString& value) { xml_.writeTextElement(q(name), value); }
+    void fieldNamed(const QString& name, const QString& value) {
+        xml_.writeTextElement(QStringLiteral("sf:") + name, value);
+    }
     void optional(const char* name, const QString& value) {
         if (!value.isEmpty()) field(name, value);
     }
@@ -99,14 +102,20 @@ void writeBreakdown(Writer& w, const std::vector<BreakdownLine>& lines) {
     w.close();
 }
 
-void writeAlta(Writer& w, const InvoiceRecord& r, const SystemIdentity& s) {
-    w.open("RegistroAlta");
+// The record's head: its version and IDFactura, whose names end in `suffix` ("Anulada").
+void writeHead(Writer& w, const InvoiceId& id, const char* suffix) {
+    const QString end = QLatin1String(suffix);
     w.field("IDVersion", QStringLiteral("1.0"));
     w.open("IDFactura");
-    w.field("IDEmisorFactura", r.id.emisor);
-    w.field("NumSerieFactura", r.id.numSerie);
-    w.field("FechaExpedicionFactura", r.id.fecha);
+    w.fieldNamed(QStringLiteral("IDEmisorFactura") + end, id.emisor);
+    w.fieldNamed(QStringLiteral("NumSerieFactura") + end, id.numSerie);
+    w.fieldNamed(QStringLiteral("FechaExpedicionFactura") + end, id.fecha);
     w.close();
+}
+
+void writeAlta(Writer& w, const InvoiceRecord& r, const SystemIdentity& s) {
+    w.open("RegistroAlta");
+    writeHead(w, r.id, "");
     w.field("NombreRazonEmisor", r.nombreEmisor);
     if (r.subsanacion) w.field("Subsanacion", QStringLiteral("S"));
     w.field("TipoFactura", r.tipoFactura);
@@ -122,12 +131,7 @@ void writeAlta(Writer& w, const InvoiceRecord& r, const SystemIdentity& s) {
 
 void writeAnulacion(Writer& w, const InvoiceRecord& r, const SystemIdentity& s) {
     w.open("RegistroAnulacion");
-    w.field("IDVersion", QStringLiteral("1.0"));
-    w.open("IDFactura");
-    w.field("IDEmisorFacturaAnulada", r.id.emisor);
-    w.field("NumSerieFacturaAnulada", r.id.numSerie);
-    w.field("FechaExpedicionFacturaAnulada", r.id.fecha);
-    w.close();
+    writeHead(w, r.id, "Anulada");
     writeTail(w, r, s);
     w.close();
 }

@@ -24,18 +24,27 @@ struct SaleRow {
     QDate data;
 };
 
-// The customer's tax number from the customers' file, for a sale whose row has none (the
-// row carries one only when the receipt's frame was opened).
-QString customerTaxId(const WorkingContext& ctx, std::int64_t client) {
-    if (client == 0) return {};
-    store::Database gest = store::Database::open(ctx.exerciseFile(schema::db::Gest));
-    auto st = gest.prepare(QStringLiteral("select NIF from Clients where client = ?"));
+QString taxIdOf(store::Database& db, std::int64_t client) {
+    auto st = db.prepare(QStringLiteral("select NIF from Clients where client = ?"));
     st.bind(1, client);
     return st.next() && !st.isNull(0) ? st.text(0).trimmed() : QString();
 }
 
-std::optional<SaleRow> readRow(store::Database& db, std::int64_t ordre) {
-    auto st = db.prepare(QStringLiteral("select * from main.FrasOut where Ordre = ?"));
+// The customer's tax number from the customers' file, for a sale whose row has none (the
+// row carries one only when the receipt's frame was opened): through the connection when
+// it holds the file (an import's), else from the file itself (a posting's).
+QString customerTaxId(const WorkingContext& ctx, store::Database& db, std::int64_t client) {
+    if (client == 0) return {};
+    auto holds =
+        db.prepare(QStringLiteral("select 1 from main.sqlite_master where type = "
+                                  "'table' and name = 'Clients' collate nocase"));
+    if (holds.next()) return taxIdOf(db, client);
+    store::Database gest = store::Database::open(ctx.exerciseFile(schema::db::Gest));
+    return taxIdOf(gest, client);
+}
+
+std::optional<SaleRow> readRow(store::Database& db, const QString& table, std::int64_t ordre) {
+    auto st = db.prepare(QStringLiteral("select * from %1 where Ordre = ?").arg(table));
     st.bind(1, ordre);
     if (!st.next()) return std::nullopt;
     const auto col = [&](const QString& name) { return st.columnIndex(name); };
@@ -171,10 +180,10 @@ QString issuerTaxId(const WorkingContext& ctx) {
 }
 
 std::optional<InvoiceRecord> saleRecord(const WorkingContext& ctx, store::Database& db,
-                                        std::int64_t ordre) {
-    auto row = readRow(db, ordre);
+                                        std::int64_t ordre, const QString& table) {
+    auto row = readRow(db, table, ordre);
     if (!row) return std::nullopt;
-    if (row->nif.isEmpty()) row->nif = customerTaxId(ctx, row->client);
+    if (row->nif.isEmpty()) row->nif = customerTaxId(ctx, db, row->client);
     InvoiceRecord rec;
     rec.id.emisor = issuerTaxId(ctx);
     rec.id.numSerie =

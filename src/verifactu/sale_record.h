@@ -12,10 +12,13 @@
 
 namespace tallora::verifactu {
 
-// The alta of sale `ordre` of the open exercise, read through `db` (FrasOUT.mdb as main),
-// without its chain, time and hash; nothing when the row is not there.
+// The sales table as a posting's connection names it (FrasOUT.mdb is its main file).
+inline const QString kPostingSales = QStringLiteral("main.FrasOut");
+
+// The alta of sale `ordre` of the open exercise, read through `db` from `table`, without its
+// chain, time and hash; nothing when the row is not there.
 std::optional<InvoiceRecord> saleRecord(const WorkingContext& ctx, store::Database& db,
-                                        std::int64_t ordre);
+                                        std::int64_t ordre, const QString& table = kPostingSales);
 
 // The AEAT's form of the company's tax number: 9 characters, zero-filled on the left.
 QString issuerTaxId(const WorkingContext& ctx);

@@ -116,10 +116,26 @@ TEST_F(cliVerifactu, SendingNeedsTheCertificate) {
     const Result r = run({"verifactu-send", K});
     EXPECT_EQ(r.code, 2) << r;
     EXPECT_TRUE(r.err.contains("--certificate")) << r;
-    const Result missing =
-        run({"verifactu-send", K, "--certificate", unit.filePath("none.p12")});
+    const Result missing = run({"verifactu-send", K, "--certificate", unit.filePath("none.p12")});
     EXPECT_EQ(missing.code, 1) << missing;
     EXPECT_TRUE(missing.err.contains("none.p12")) << missing;
+}
+
+TEST_F(cliVerifactu, AWholeImportRecordsItsSalesOnlyWhenAsked) {
+    ASSERT_EQ(sale("121", "F-1").code, 0);
+    const QString file = unit.filePath("year.dat");
+    Result r = on("export", {file});
+    ASSERT_EQ(r.code, 0) << r;
+    r = run({"--yes", "import", K, Y, file, "--whole"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_EQ(records().size(), 1);
+    r = run({"--yes", "import", K, Y, file, "--whole", "--record-invoices"});
+    ASSERT_EQ(r.code, 0) << r;
+    // The same invoice comes back: its record is a correction of the one it had.
+    EXPECT_EQ(records(), (QStringList{"1|alta|F1|F-1|15-03-2025|121.00|pendiente",
+                                      "2|alta-subsanacion|F1|F-1|15-03-2025|121.00|pendiente"}));
+    r = run({"--yes", "import", K, Y, file, "--customers", "--record-invoices"});
+    EXPECT_EQ(r.code, 2) << r;
 }
 
 TEST_F(cliVerifactu, AnUnknownCompanyIsRefused) {

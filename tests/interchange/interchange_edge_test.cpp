@@ -9,6 +9,9 @@
 #include "interchange/interchange_layout.h"
 #include "interchange/interchange_record.h"
 #include "interchange/interchange_values.h"
+#include "verifactu/chain_check.h"
+#include "verifactu/record_file.h"
+#include "verifactu/stored_records.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -543,6 +546,34 @@ TEST_F(Interchange, ARepeatedSaleNumberIsMarkedWith77777Then66666) {
     ASSERT_TRUE(importFile(path)) << shown().join(u'\n').toStdString();
     EXPECT_EQ(rows(frasOut(), "select Ordre, Descripcio from FrasOut order by rowid"),
               (QStringList{"123|primera", "77777123|segunda", "66666123|tercera"}));
+}
+
+TEST_F(Interchange, ImportedSalesTakeTheirRecordsOnlyWhenAskedInTheImportsTransaction) {
+    const QString path = writeFile("ventas.dat", {customerLine("9", "Cliente 9"),
+                                                  saleLine("20", "F-20"), saleLine("21", "F-21")});
+    const QString records = f.company + verifactu::kRecordsFile;
+    ASSERT_TRUE(importFile(path)) << shown().join(u'\n').toStdString();
+    EXPECT_EQ(verifactu::checkChain(records).records, 0) << "not asked: no records";
+
+    interchange::ImportChoice choice;
+    choice.recordInvoices = true;
+    ASSERT_TRUE(importFile(path, choice)) << shown().join(u'\n').toStdString();
+    QStringList numbers;
+    verifactu::forEachRecord(records, [&](const verifactu::StoredRecord& r) {
+        numbers << QString::number(r.ordre) + u'|' + r.numSerie + u'|' + r.emisor;
+        return true;
+    });
+    EXPECT_EQ(numbers, (QStringList{"20|F-20|B12345674", "21|F-21|B12345674"}));
+    EXPECT_FALSE(verifactu::checkChain(records).broken);
+
+    // A fault of the records leaves the import undone, sales and all.
+    exec(records,
+         "create trigger fault before insert on Registros "
+         "begin select raise(abort, 'disk full'); end");
+    const QStringList before = snapshot();
+    const QString other = writeFile("otras.dat", {saleLine("30", "F-30")});
+    EXPECT_FALSE(importFile(other, choice));
+    EXPECT_EQ(snapshot(), before);
 }
 
 TEST_F(Interchange, ARepeatedPurchaseNumberRefusesTheWholeImport) {

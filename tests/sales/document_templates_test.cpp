@@ -90,6 +90,17 @@ protected:
         return report::renderReport(job, f.ctx);
     }
 
+    // Invoice 1 printed with `layout` as the print of a posted invoice opens it: the sale, its
+    // lines in detalle_temp and the rates it was posted with.
+    report::RenderedReport renderInvoice(const QString& layout) {
+        sales::clearLines(f.ctx);
+        const auto loaded = sales::Modifica_Venda(f.ctx, "1");
+        EXPECT_TRUE(loaded.has_value());
+        if (!loaded) return {};
+        return render(layout, 1, DocType::Factura, loaded->entry,
+                      sales::rateCaptions(f.ctx, loaded->Tiva, loaded->Tre));
+    }
+
     // The texts of each page a line each, the pages apart by a form feed.
     static QString pagesText(const report::RenderedReport& r) {
         QStringList pages;
@@ -113,16 +124,9 @@ protected:
 
 TEST_F(DocumentTemplates, EachTemplatePrintsTheFixedInvoice) {
     ASSERT_NO_FATAL_FAILURE(postInvoice());
-    // As the print of a posted invoice opens it: the sale, its lines in detalle_temp and
-    // the rates it was posted with.
-    sales::clearLines(f.ctx);
-    const auto loaded = sales::Modifica_Venda(f.ctx, "1");
-    ASSERT_TRUE(loaded.has_value());
-    const sales::RateCaptions captions = sales::rateCaptions(f.ctx, loaded->Tiva, loaded->Tre);
     for (const QString name : {"f01", "f02"}) {
         SCOPED_TRACE(name.toStdString());
-        const report::RenderedReport r =
-            render(name + ".rpt", 1, DocType::Factura, loaded->entry, captions);
+        const report::RenderedReport r = renderInvoice(name + ".rpt");
         EXPECT_EQ(r.pageCount(), 1);
         expectGolden(name, pagesText(r));
     }
@@ -196,14 +200,9 @@ TEST_F(DocumentTemplates, AnInvoiceCarriesTheQrOfItsRecordWhichAReaderReadsBack)
         "https://www2.agenciatributaria.gob.es/wlpl/TIKE-CONT/ValidarQR?"
         "nif=B12345674&numserie=1&fecha=15-03-2026&importe=172.30";
     ASSERT_EQ(verifactu::saleQrAddress(f.ctx, 1), expected);
-    sales::clearLines(f.ctx);
-    const auto loaded = sales::Modifica_Venda(f.ctx, "1");
-    ASSERT_TRUE(loaded.has_value());
-    const sales::RateCaptions captions = sales::rateCaptions(f.ctx, loaded->Tiva, loaded->Tre);
     for (const QString name : {"f01", "f02"}) {
         SCOPED_TRACE(name.toStdString());
-        const report::RenderedReport r =
-            render(name + ".rpt", 1, DocType::Factura, loaded->entry, captions);
+        const report::RenderedReport r = renderInvoice(name + ".rpt");
         EXPECT_TRUE(r.pageTexts(0).contains("VERI*FACTU"));
         EXPECT_EQ(qrOfFirstPage(r, f.unit.path()), expected);
     }

@@ -3,6 +3,7 @@
 // answers as the AEAT's service does (partly correct, a waiting time, a fault, no server).
 #include "verifactu/service_client.h"
 #include "fake_service.h"
+#include "record_company.h"
 #include "verifactu/record_chain.h"
 #include "verifactu/record_file.h"
 #include "verifactu/service_answer.h"
@@ -58,45 +59,9 @@ QByteArray answer(const QString& estadoEnvio, int wait, const QStringList& lines
     return body.toUtf8();
 }
 
-class ServiceClientTest : public ::testing::Test {
+class ServiceClientTest : public ::testing::Test, protected RecordCompany {
 protected:
-    void SetUp() override {
-        ASSERT_TRUE(dir.isValid());
-        QDir().mkpath(dir.filePath("company/2026"));
-        ctx.Directori = dir.filePath("company/2026/");
-        ctx.Exercici = "2026";
-        ctx.EmpresaNIF = "89890001K";
-        ctx.EmpresaNom = "Empresa & Prueba";
-        ctx.EmpresaCP = "28001";
-        path = verifactu::recordsPath(ctx);
-        verifactu::ensureRecordsFile(path);
-    }
-
-    // `n` altas F-1 .. F-n, written as a posting writes them.
-    void addRecords(int n, const QString& prefix = "F-") {
-        store::Database db =
-            store::Database::open(dir.filePath("sales.db"), store::Database::Mode::CreateIfMissing);
-        db.attach(path, verifactu::kRecordsAlias);
-        store::Transaction tx(db, store::Transaction::Kind::Immediate);
-        for (int i = 1; i <= n; ++i) {
-            verifactu::InvoiceRecord r;
-            r.id = {"89890001K", prefix + QString::number(i), "15-03-2026"};
-            r.nombreEmisor = ctx.EmpresaNom;
-            r.tipoFactura = "F1";
-            r.descripcion = "Ventas";
-            r.desglose = {{"01", "S1", "", "21.00", "100.00", "21.00", "", ""}};
-            r.cuotaTotal = "21.00";
-            r.importeTotal = "121.00";
-            verifactu::appendRecord(ctx, db, r, {"2026", ++sales});
-        }
-        tx.commit();
-    }
-
-    void useService(const FakeService& service) {
-        store::Database db = store::Database::open(path);
-        verifactu::setSetting(db, "Entorno", "pruebas");
-        verifactu::setSetting(db, "DireccionPruebas", service.url());
-    }
+    void useService(const FakeService& service) { sendTo(service.url()); }
 
     verifactu::ServiceSettings settings(const FakeService& service,
                                         const QByteArray& password = "secreto") const {
@@ -122,11 +87,6 @@ protected:
                        .join(u'|');
         return out;
     }
-
-    QTemporaryDir dir;
-    WorkingContext ctx;
-    QString path;
-    std::int64_t sales = 0;
 };
 
 TEST_F(ServiceClientTest, TheSubmissionCarriesItsHeaderAndTheStoredRecordsVerbatim) {

@@ -186,6 +186,20 @@ QWidget* frmImportar::importTab() {
     for (QCheckBox* box : {OpChkClientesImporta, OpChkProveedoresImporta, OpChkCuentasImporta})
         boxes->addWidget(box);
     o->addLayout(boxes);
+    chkVerifactu = named(new QCheckBox(fixedText(ctx_,
+                                                 QStringLiteral("Registrar en VERI*FACTU las "
+                                                                "facturas importadas"),
+                                                 QStringLiteral("Registrar a VERI*FACTU les "
+                                                                "factures importades")),
+                                       options),
+                         "chkVerifactu");
+    chkVerifactu->setToolTip(fixedText(
+        ctx_,
+        QStringLiteral("Solo si estas facturas son de esta empresa y ningún otro programa las "
+                       "ha registrado ya"),
+        QStringLiteral("Només si aquestes factures són d'aquesta empresa i cap altre programa "
+                       "no les ha registrat ja")));
+    o->addWidget(chkVerifactu);
     o->addStretch(1);
     middle->addWidget(options, 1);
     v->addLayout(middle);
@@ -240,6 +254,8 @@ void frmImportar::setImportFile(const QString& path) {
     OpImportaParcial->setEnabled(known && !preset.whole);
     OpImportaTodo->setChecked(known && preset.whole);
     OpImportaParcial->setChecked(known && !preset.whole);
+    chkVerifactu->setChecked(false);
+    chkVerifactu->setEnabled(known && preset.whole);
     const std::pair<QCheckBox*, bool> boxes[] = {{OpChkClientesImporta, preset.customers},
                                                  {OpChkProveedoresImporta, preset.suppliers},
                                                  {OpChkCuentasImporta, preset.chart}};
@@ -346,6 +362,7 @@ void frmImportar::btn_Importa() {
     choice.suppliers = OpChkProveedoresImporta->isChecked();
     choice.chart = OpChkCuentasImporta->isChecked();
     choice.exportChart = OpChkCuentas->isChecked();
+    choice.recordInvoices = choice.whole && chkVerifactu->isChecked();
     bool imported = false;
     running(List1, ProgImporta, [&](Dialogs& dialogs, const interchange::RunReport& report) {
         imported =

@@ -91,6 +91,7 @@ private:
     QCheckBox* OpChkClientesImporta = nullptr;
     QCheckBox* OpChkProveedoresImporta = nullptr;
     QCheckBox* OpChkCuentasImporta = nullptr;
+    QCheckBox* chkVerifactu = nullptr;
     QPushButton* btn_Importa_ = nullptr;
     QListWidget* List1 = nullptr;
     QProgressBar* ProgImporta = nullptr;

@@ -107,7 +107,7 @@ FormVerifactu::FormVerifactu(WorkingContext& ctx, Dialogs& dialogs, QWidget* par
     foot->addWidget(cmdCerrar_);
     layout->addLayout(foot);
     refresh();
-    resize(900, 480);
+    resize(sizeHint());
 }
 
 QString FormVerifactu::t(const char* spanish, const char* catalan) const {

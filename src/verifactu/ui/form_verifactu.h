@@ -37,6 +37,9 @@ public:
     void checkChain();
     void sendPending();
 
+    // Wide enough for every column of a record without scrolling.
+    QSize sizeHint() const override { return {900, 480}; }
+
 signals:
     void statusChanged(const QString& text);
     // Records were sent: the shell counts what still waits.

@@ -92,6 +92,8 @@ private slots:
         QVERIFY(child<QCheckBox>(&form, "OpChkClientesImporta")->isChecked());
         QVERIFY(!child<QCheckBox>(&form, "OpChkProveedoresImporta")->isEnabled());
         QVERIFY(!child<QCheckBox>(&form, "OpChkCuentasImporta")->isChecked());
+        // A selection carries no sales: nothing to record.
+        QVERIFY(!child<QCheckBox>(&form, "chkVerifactu")->isEnabled());
     }
 
     void aWholeImportLogsItsEndAndAsksTheOthersToClose() {
@@ -102,6 +104,9 @@ private slots:
         form.chooseImportPath = [&] { return x.file("todo.dat"); };
         form.btnBuscaImp();
         QVERIFY(child<QRadioButton>(&form, "OpImportaTodo")->isChecked());
+        // Recording the imported invoices is the user's choice, never the default.
+        QVERIFY(child<QCheckBox>(&form, "chkVerifactu")->isEnabled());
+        QVERIFY(!child<QCheckBox>(&form, "chkVerifactu")->isChecked());
         QSignalSpy finished(&form, &frmImportar::importFinished);
         x.dialogs.setNextAnswer(Dialogs::Answer::Yes);
         form.btn_Importa();

@@ -2,6 +2,7 @@
 // check of the chain (F5), the sending with a certificate (against a local HTTPS server), Esc.
 #include "verifactu/ui/form_verifactu.h"
 #include "../fake_service.h"
+#include "../record_company.h"
 #include "context/dialogs.h"
 #include "context/working_context.h"
 #include "store/database.h"
@@ -22,36 +23,8 @@ using namespace tallora;
 class FormVerifactuTest : public QObject {
     Q_OBJECT
 
-    struct Company {
-        Company() {
-            QDir().mkpath(dir.filePath("company/2026"));
-            ctx.Directori = dir.filePath("company/2026/");
-            ctx.Exercici = "2026";
-            ctx.EmpresaNIF = "89890001K";
-            ctx.EmpresaNom = "Empresa de Prueba";
-            ctx.Decimal = ',';
-            path = verifactu::recordsPath(ctx);
-            verifactu::ensureRecordsFile(path);
-        }
-        void add(int n) {
-            store::Database db = store::Database::open(dir.filePath("sales.db"),
-                                                       store::Database::Mode::CreateIfMissing);
-            db.attach(path, verifactu::kRecordsAlias);
-            for (int i = 1; i <= n; ++i) {
-                verifactu::InvoiceRecord r;
-                r.id = {"89890001K", "F-" + QString::number(i), "15-03-2026"};
-                r.tipoFactura = "F1";
-                r.descripcion = "Ventas";
-                r.desglose = {{"01", "S1", "", "21.00", "100.00", "21.00", "", ""}};
-                r.cuotaTotal = "21.00";
-                r.importeTotal = "121.00";
-                verifactu::appendRecord(ctx, db, r, {"2026", i});
-            }
-        }
-        QTemporaryDir dir;
-        WorkingContext ctx;
+    struct Company : testing::RecordCompany {
         ScriptedDialogs dialogs;
-        QString path;
     };
 
     static QString cell(FormVerifactu& form, int row, int column) {
@@ -61,7 +34,7 @@ class FormVerifactuTest : public QObject {
 private slots:
     void listsTheRecordsWithTheirStateAndCount() {
         Company c;
-        c.add(2);
+        c.addRecords(2);
         FormVerifactu form(c.ctx, c.dialogs);
         form.show();
         QVERIFY(QTest::qWaitForWindowExposed(&form));
@@ -96,7 +69,7 @@ private slots:
 
     void f5ChecksTheChainAndNamesABrokenRecord() {
         Company c;
-        c.add(3);
+        c.addRecords(3);
         FormVerifactu form(c.ctx, c.dialogs);
         form.show();
         QVERIFY(QTest::qWaitForWindowExposed(&form));
@@ -114,14 +87,10 @@ private slots:
 
     void sendingTakesTheCertificateAndShowsTheStates() {
         Company c;
-        c.add(2);
+        c.addRecords(2);
         testing::FakeService service;
         QVERIFY(service.ok());
-        {
-            store::Database db = store::Database::open(c.path);
-            verifactu::setSetting(db, "Entorno", "pruebas");
-            verifactu::setSetting(db, "DireccionPruebas", service.url());
-        }
+        c.sendTo(service.url());
         service.queue(
             "<env:Envelope xmlns:env=\"http://schemas.xmlsoap.org/soap/envelope/\"><env:Body>"
             "<r:RespuestaRegFactuSistemaFacturacion xmlns:r=\"x\" xmlns:t=\"y\"><r:CSV>CSV123"
@@ -181,7 +150,7 @@ private slots:
 
     void aCancelledCertificateSendsNothing() {
         Company c;
-        c.add(1);
+        c.addRecords(1);
         FormVerifactu form(c.ctx, c.dialogs);
         form.setCertificateSource([] { return std::optional<verifactu::ServiceSettings>(); });
         QSignalSpy sent(&form, &FormVerifactu::recordsSent);
