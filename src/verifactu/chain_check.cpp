@@ -25,7 +25,7 @@ bool linkAgrees(const std::optional<ChainLink>& expected, const std::optional<Ch
 
 std::optional<BreakKind> checkRow(const StoredRecord& row, const QString& previousSeal,
                                   QHash<QString, ChainLink>& lastOfIssuer) {
-    const auto record = parseRecordXml(row.xml);
+    const auto record = chainFields(row.xml);
     if (!record) return BreakKind::Unreadable;
     if (!columnsAgree(row, *record)) return BreakKind::Columns;
     const auto last = lastOfIssuer.constFind(row.emisor);

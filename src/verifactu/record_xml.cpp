@@ -149,11 +149,14 @@ QString localName(QStringView qualified) {
     return (colon < 0 ? qualified : qualified.mid(colon + 1)).toString();
 }
 
+// The path is kept as one text, grown and cut back element by element: checking a chain
+// reads every record, and joining a list of names at each element cost most of it.
 std::optional<ReadElements> readElements(const QString& xml) {
     QXmlStreamReader reader(xml);
     reader.setNamespaceProcessing(false);
     ReadElements out;
-    QStringList path;
+    QString path;
+    std::vector<qsizetype> starts;  // where each open element's name begins in `path`
     QString text;
     while (!reader.atEnd()) {
         switch (reader.readNext()) {
@@ -161,24 +164,29 @@ std::optional<ReadElements> readElements(const QString& xml) {
                 if (out.root.isEmpty()) {
                     out.root = localName(reader.qualifiedName());
                 } else {
-                    path << localName(reader.qualifiedName());
-                    if (path.join(u'/') == QLatin1String("Desglose/DetalleDesglose"))
-                        out.lines.emplace_back();
+                    starts.push_back(path.size());
+                    if (!path.isEmpty()) path += u'/';
+                    path += localName(reader.qualifiedName());
+                    if (path == QLatin1String("Desglose/DetalleDesglose")) out.lines.emplace_back();
                 }
                 text.clear();
                 break;
             case QXmlStreamReader::Characters:
                 text += reader.text();
                 break;
-            case QXmlStreamReader::EndElement:
-                if (path.isEmpty()) break;
-                if (path.size() == 3 && path[1] == QLatin1String("DetalleDesglose"))
-                    out.lines.back().insert(path.last(), text);
-                else if (!out.values.contains(path.join(u'/')))
-                    out.values.insert(path.join(u'/'), text);
-                path.removeLast();
+            case QXmlStreamReader::EndElement: {
+                if (starts.empty()) break;
+                const qsizetype start = starts.back();
+                starts.pop_back();
+                if (starts.size() == 2 &&
+                    path.startsWith(QLatin1String("Desglose/DetalleDesglose/")))
+                    out.lines.back().insert(path.mid(start + 1), text);
+                else if (!out.values.contains(path))
+                    out.values.insert(path, text);
+                path.truncate(start);
                 text.clear();
                 break;
+            }
             default:
                 break;
         }
@@ -188,6 +196,71 @@ std::optional<ReadElements> readElements(const QString& xml) {
 }
 
 }  // namespace
+
+namespace {
+
+// The text of the first element `name` at or after `from`, unescaped; nothing when absent.
+std::optional<QString> tagText(const QString& xml, QLatin1String name, qsizetype from = 0,
+                               bool last = false) {
+    const QString open = QStringLiteral("<sf:") + name + u'>';
+    const qsizetype at = last ? xml.lastIndexOf(open) : xml.indexOf(open, from);
+    if (at < 0 || at < from) return std::nullopt;
+    const qsizetype start = at + open.size();
+    const qsizetype end = xml.indexOf(QStringLiteral("</sf:") + name + u'>', start);
+    if (end < 0) return std::nullopt;
+    QString text = xml.mid(start, end - start);
+    if (text.contains(u'&'))
+        text.replace(QLatin1String("&lt;"), QLatin1String("<"))
+            .replace(QLatin1String("&gt;"), QLatin1String(">"))
+            .replace(QLatin1String("&quot;"), QLatin1String("\""))
+            .replace(QLatin1String("&apos;"), QLatin1String("'"))
+            .replace(QLatin1String("&amp;"), QLatin1String("&"));
+    return text;
+}
+
+}  // namespace
+
+std::optional<InvoiceRecord> chainFields(const QString& xml) {
+    InvoiceRecord r;
+    const bool alta = xml.startsWith(QLatin1String("<sf:RegistroAlta>"));
+    if (!alta && !xml.startsWith(QLatin1String("<sf:RegistroAnulacion>"))) return std::nullopt;
+    r.kind = alta ? RecordKind::Alta : RecordKind::Anulacion;
+    const char* const names[2][3] = {
+        {"IDEmisorFactura", "NumSerieFactura", "FechaExpedicionFactura"},
+        {"IDEmisorFacturaAnulada", "NumSerieFacturaAnulada", "FechaExpedicionFacturaAnulada"}};
+    const auto& id = names[alta ? 0 : 1];
+    const auto emisor = tagText(xml, QLatin1String(id[0]));
+    const auto numero = tagText(xml, QLatin1String(id[1]));
+    const auto fecha = tagText(xml, QLatin1String(id[2]));
+    const auto fechaHora = tagText(xml, QLatin1String("FechaHoraHusoGenRegistro"));
+    const auto huella = tagText(xml, QLatin1String("Huella"), 0, true);
+    if (!emisor || !numero || !fecha || !fechaHora || !huella) return std::nullopt;
+    r.id = {*emisor, *numero, *fecha};
+    r.fechaHora = *fechaHora;
+    r.huella = *huella;
+    if (alta) {
+        const auto tipo = tagText(xml, QLatin1String("TipoFactura"));
+        const auto cuota = tagText(xml, QLatin1String("CuotaTotal"));
+        const auto total = tagText(xml, QLatin1String("ImporteTotal"));
+        if (!tipo || !cuota || !total) return std::nullopt;
+        r.tipoFactura = *tipo;
+        r.cuotaTotal = *cuota;
+        r.importeTotal = *total;
+        r.subsanacion = tagText(xml, QLatin1String("Subsanacion")).value_or(QString()) == u"S";
+    }
+    const qsizetype link = xml.indexOf(QLatin1String("<sf:RegistroAnterior>"));
+    if (link >= 0) {
+        const auto e = tagText(xml, QLatin1String("IDEmisorFactura"), link);
+        const auto n = tagText(xml, QLatin1String("NumSerieFactura"), link);
+        const auto f = tagText(xml, QLatin1String("FechaExpedicionFactura"), link);
+        const auto h = tagText(xml, QLatin1String("Huella"), link);
+        if (!e || !n || !f || !h) return std::nullopt;
+        r.anterior = ChainLink{{*e, *n, *f}, *h};
+    } else if (!xml.contains(QLatin1String("<sf:PrimerRegistro>S</sf:PrimerRegistro>"))) {
+        return std::nullopt;
+    }
+    return r;
+}
 
 QString recordsNamespace() {
     return QStringLiteral(

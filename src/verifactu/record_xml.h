@@ -21,4 +21,10 @@ QString recordXml(const InvoiceRecord& record, const SystemIdentity& system);
 // record's element.
 std::optional<InvoiceRecord> parseRecordXml(const QString& xml);
 
+// Only what the hash, the link and the stored columns of a record need, found by its tags
+// rather than by a full parse: the check of a chain reads every record of the company, and
+// the seal over each record's whole text already finds any other change. Nothing when a tag
+// it needs is missing.
+std::optional<InvoiceRecord> chainFields(const QString& xml);
+
 }  // namespace tallora::verifactu

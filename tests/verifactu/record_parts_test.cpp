@@ -141,6 +141,37 @@ TEST(RecordXml, AnAltaReadsBackWithEveryValue) {
     EXPECT_EQ(back->fechaHora, r.fechaHora);
     EXPECT_EQ(back->huella, r.huella);
     EXPECT_EQ(computeHuella(*back), r.huella);
+    // The check's own reading finds the same values by their tags.
+    const auto quick = chainFields(xml);
+    ASSERT_TRUE(quick);
+    EXPECT_EQ(quick->id, r.id);
+    EXPECT_TRUE(quick->subsanacion);
+    EXPECT_EQ(quick->tipoFactura, "R1");
+    EXPECT_EQ(quick->cuotaTotal, "-26.20");
+    EXPECT_EQ(quick->importeTotal, "-76.20");
+    ASSERT_TRUE(quick->anterior);
+    EXPECT_EQ(quick->anterior->id.numSerie, "11");
+    EXPECT_EQ(quick->anterior->huella, QString(64, u'C'));
+    EXPECT_EQ(quick->huella, r.huella);
+    EXPECT_EQ(computeHuella(*quick), r.huella);
+}
+
+TEST(RecordXml, TheChecksReadingUnescapesAndRefusesARecordWithoutItsTags) {
+    InvoiceRecord r;
+    r.id = {"B64717838", "A&B<1>", "15-03-2026"};
+    r.tipoFactura = "F1";
+    r.cuotaTotal = "1.00";
+    r.importeTotal = "2.00";
+    r.fechaHora = "2026-03-15T10:00:00+01:00";
+    r.huella = computeHuella(r);
+    const QString xml = recordXml(r, programIdentity("x"));
+    const auto quick = chainFields(xml);
+    ASSERT_TRUE(quick);
+    EXPECT_EQ(quick->id.numSerie, "A&B<1>");
+    EXPECT_FALSE(quick->anterior);
+    EXPECT_FALSE(chainFields(QString(xml).replace("<sf:PrimerRegistro>S</sf:PrimerRegistro>", "")));
+    EXPECT_FALSE(chainFields(QString(xml).replace("ImporteTotal", "Importe")));
+    EXPECT_FALSE(chainFields("<sf:Otro/>"));
 }
 
 TEST(RecordXml, TheFirstRecordSaysSoAndAnAnulacionNamesTheCancelledInvoice) {
