@@ -38,18 +38,27 @@ package: release
 bench: release
 	@for b in $(RELEASE_DIR)/bench/bench_*; do echo "== $$b"; $$b; done
 
-# The reader of interchange files under libFuzzer, seeded with the golden files, for
-# FUZZ_SECONDS (30 minutes unless given). A crash or hang is left in build/fuzz/findings.
+# A reader under libFuzzer for FUZZ_SECONDS (30 minutes unless given): the interchange files
+# seeded with their golden files, or with FUZZ=norma43 the bank statements seeded with
+# tests/data/norma43. A crash or hang is left in build/fuzz/findings.
 FUZZ_DIR := build/fuzz
 FUZZ_SECONDS ?= 1800
+FUZZ ?= interchange
+ifeq ($(FUZZ),norma43)
+FUZZ_TARGET := fuzz_norma43_reader
+FUZZ_SEEDS := tests/data/norma43/*.n43
+else
+FUZZ_TARGET := fuzz_interchange_reader
+FUZZ_SEEDS := tests/data/interchange/*/input.dat
+endif
 fuzz:
 	@scripts/install-deps --fuzz
 	@cmake -S . -B $(FUZZ_DIR) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTALLORA_FUZZ=ON \
 		-DCMAKE_CXX_COMPILER=clang++ >/dev/null
-	@cmake --build $(FUZZ_DIR) -j $(JOBS) --target fuzz_interchange_reader
-	@mkdir -p $(FUZZ_DIR)/corpus $(FUZZ_DIR)/findings
-	@for f in tests/data/interchange/*/input.dat; do cp $$f $(FUZZ_DIR)/corpus/$$(basename $$(dirname $$f)).dat; done
-	QT_QPA_PLATFORM=offscreen $(FUZZ_DIR)/fuzz/fuzz_interchange_reader $(FUZZ_DIR)/corpus \
+	@cmake --build $(FUZZ_DIR) -j $(JOBS) --target $(FUZZ_TARGET)
+	@mkdir -p $(FUZZ_DIR)/$(FUZZ)/corpus $(FUZZ_DIR)/findings
+	@for f in $(FUZZ_SEEDS); do cp $$f $(FUZZ_DIR)/$(FUZZ)/corpus/$$(echo $$f | tr / _); done
+	QT_QPA_PLATFORM=offscreen $(FUZZ_DIR)/fuzz/$(FUZZ_TARGET) $(FUZZ_DIR)/$(FUZZ)/corpus \
 		-max_total_time=$(FUZZ_SECONDS) -max_len=65536 -timeout=10 -artifact_prefix=$(FUZZ_DIR)/findings/
 
 clean:
