@@ -1,6 +1,8 @@
 #include "account_numbers.h"
 
-#include <QRegularExpression>
+#include "context/common_helpers.h"
+
+#include <QStringList>
 
 namespace tallora::banking {
 namespace {
@@ -46,25 +48,19 @@ QString twoDigits(int value) {
 
 }  // namespace
 
-QString compactAccount(const QString& text) {
-    QString out = text.toUpper();
-    out.remove(QRegularExpression(QStringLiteral("[\\s.\\-]")));
-    return out;
-}
-
 QString cccCheckDigits(const QString& entityOffice, const QString& account) {
     return QString::number(cccDigit(QStringLiteral("00") + entityOffice)) +
            QString::number(cccDigit(account));
 }
 
 bool validCcc(const QString& text) {
-    const QString ccc = compactAccount(text);
+    const QString ccc = compactCode(text);
     if (ccc.size() != 20 || !digitsOnly(ccc)) return false;
     return ccc.mid(8, 2) == cccCheckDigits(ccc.left(8), ccc.mid(10));
 }
 
 bool validIban(const QString& text) {
-    const QString iban = compactAccount(text);
+    const QString iban = compactCode(text);
     if (iban.size() < 15 || iban.size() > 34 || !alphanumeric(iban)) return false;
     if (!iban[0].isLetter() || !iban[1].isLetter() || !iban[2].isDigit() || !iban[3].isDigit())
         return false;
@@ -74,27 +70,26 @@ bool validIban(const QString& text) {
 }
 
 std::optional<QString> ibanOfCcc(const QString& text) {
-    const QString ccc = compactAccount(text);
+    const QString ccc = compactCode(text);
     if (!validCcc(ccc)) return std::nullopt;
     return QStringLiteral("ES") + twoDigits(98 - mod97(ccc + QStringLiteral("142800"))) + ccc;
 }
 
 QString groupedAccount(const QString& text) {
-    const QString compact = compactAccount(text);
+    const QString compact = compactCode(text);
     QStringList groups;
     for (qsizetype i = 0; i < compact.size(); i += 4) groups << compact.mid(i, 4);
     return groups.join(u' ');
 }
 
 QString creditorIdentifier(const QString& taxId, const QString& suffix) {
-    const QString id = compactAccount(taxId);
+    const QString id = compactCode(taxId);
     const QString check = twoDigits(98 - mod97(id + QStringLiteral("ES00")));
-    return QStringLiteral("ES") + check + compactAccount(suffix).left(3).leftJustified(3, u'0') +
-           id;
+    return QStringLiteral("ES") + check + compactCode(suffix).left(3).leftJustified(3, u'0') + id;
 }
 
 bool validCreditorIdentifier(const QString& text) {
-    const QString id = compactAccount(text);
+    const QString id = compactCode(text);
     if (id.size() != 16 || !id.startsWith(QLatin1String("ES")) || !alphanumeric(id)) return false;
     return id.mid(2, 2) == twoDigits(98 - mod97(id.mid(7) + QStringLiteral("ES00")));
 }

@@ -7,8 +7,8 @@
 
 namespace tallora::banking {
 
-// Upper case without blanks, hyphens or dots: how account numbers are kept and compared.
-QString compactAccount(const QString& text);
+// Account numbers are compared as compactCode gives them (context/common_helpers.h): a
+// number typed in groups is the same number.
 
 // True for an IBAN whose check digits hold (mod 97 = 1); a Spanish one must have 24
 // characters and a valid CCC inside.

@@ -95,9 +95,7 @@ public:
             t("Línea %1 (registro %2): ", "Línia %1 (registre %2): ").arg(line_).arg(r_.left(2)) +
                 reason);
     }
-    QString t(const char* es, const char* ca) const {
-        return fixedText(ctx_, QString::fromUtf8(es), QString::fromUtf8(ca));
-    }
+    QString t(const char* es, const char* ca) const { return fixedText(ctx_, es, ca); }
 
 private:
     const WorkingContext& ctx_;

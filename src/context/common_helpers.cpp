@@ -3,6 +3,8 @@
 #include "decimal_text.h"
 #include "working_context.h"
 
+#include <QRegularExpression>
+
 namespace tallora {
 namespace {
 
@@ -13,7 +15,8 @@ int importDecimals(const WorkingContext& ctx) {
 
 QString grouped(const WorkingContext& ctx, const DecimalDigits& digits) {
     const QChar mark = ctx.decimalMark();
-    return QString::fromStdString(groupDigits(digits, static_cast<char>(groupMarkFor(mark).unicode()),
+    return QString::fromStdString(groupDigits(digits,
+                                              static_cast<char>(groupMarkFor(mark).unicode()),
                                               static_cast<char>(mark.unicode())));
 }
 
@@ -38,6 +41,11 @@ QDate exerciseDay(int year, const QDate& today) {
 
 QString Format_Quantitat(const WorkingContext& ctx, double value) {
     return grouped(ctx, roundDouble(value, 3));
+}
+
+QString compactCode(const QString& text) {
+    static const QRegularExpression separators(QStringLiteral("[\\s.\\-]"));
+    return text.toUpper().remove(separators);
 }
 
 QString Neteja_Text(QString& text) {
@@ -71,10 +79,13 @@ std::int32_t Nomes_Digits(const QString& text) {
     return ok ? value : digits.right(9).toInt();
 }
 
-bool No_Logic(std::int16_t flag) { return flag == 0; }
+bool No_Logic(std::int16_t flag) {
+    return flag == 0;
+}
 
 QString Color_Focus(const QString& state) {
-    return state == QStringLiteral("focus") ? QStringLiteral("&HC0FFC0") : QStringLiteral("&HFFFFFF");
+    return state == QStringLiteral("focus") ? QStringLiteral("&HC0FFC0")
+                                            : QStringLiteral("&HFFFFFF");
 }
 
 std::optional<std::uint32_t> rgbFromBgrText(const QString& text) {

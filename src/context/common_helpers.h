@@ -25,6 +25,10 @@ QDate exerciseDay(int year, const QDate& today);
 // A quantity for display, three decimals whatever the currency.
 QString Format_Quantitat(const WorkingContext& ctx, double value);
 
+// Upper case without blanks, dots or hyphens: tax and account numbers as they are compared,
+// however they were typed in groups.
+QString compactCode(const QString& text);
+
 // Makes free text safe inside a quoted literal and stores it back: ' becomes ´, then
 // every % and every + is removed.
 QString Neteja_Text(QString& text);

@@ -71,4 +71,8 @@ QString fixedText(const WorkingContext& ctx, const QString& spanish, const QStri
     return ctx.Idioma == QStringLiteral("cat") ? catalan : spanish;
 }
 
+QString fixedText(const WorkingContext& ctx, const char* spanish, const char* catalan) {
+    return fixedText(ctx, QString::fromUtf8(spanish), QString::fromUtf8(catalan));
+}
+
 }  // namespace tallora

@@ -40,5 +40,7 @@ private:
 QString Missatge(const WorkingContext& ctx, int n);
 // A text the catalogue lacks, given in both languages: the one of the context.
 QString fixedText(const WorkingContext& ctx, const QString& spanish, const QString& catalan);
+// The same for UTF-8 literals.
+QString fixedText(const WorkingContext& ctx, const char* spanish, const char* catalan);
 
 }  // namespace tallora

@@ -35,21 +35,6 @@ LastRow lastRow(store::Database& db) {
     return st.next() ? LastRow{st.int64(0), st.text(1)} : LastRow{};
 }
 
-struct LastRecord {
-    bool alta = false;
-    InvoiceId id;
-};
-
-std::optional<LastRecord> lastRecordOf(store::Database& db, const SaleKey& key) {
-    auto st =
-        db.prepare(QStringLiteral("select Clase, Emisor, NumSerie, Fecha from "
-                                  "verifactu.Registros where Ejercicio = ? and Ordre = ? "
-                                  "order by Id desc limit 1"));
-    st.bind(1, key.ejercicio).bind(2, key.ordre);
-    if (!st.next()) return std::nullopt;
-    return LastRecord{st.text(0) == QLatin1String("A"), {st.text(1), st.text(2), st.text(3)}};
-}
-
 void appendCancellation(const WorkingContext& ctx, store::Database& db, const InvoiceId& id,
                         const SaleKey& key) {
     InvoiceRecord cancel;
@@ -63,6 +48,19 @@ SaleKey keyOf(const WorkingContext& ctx, std::int64_t ordre) {
 }
 
 }  // namespace
+
+std::optional<LastRecord> lastRecordOf(store::Database& db, const QString& table,
+                                       const SaleKey& key) {
+    auto st = db.prepare(QStringLiteral("select Clase, Emisor, NumSerie, Fecha, ImporteTotal "
+                                        "from %1 where Ejercicio = ? and Ordre = ? "
+                                        "order by Id desc limit 1")
+                             .arg(table));
+    st.bind(1, key.ejercicio).bind(2, key.ordre);
+    if (!st.next()) return std::nullopt;
+    return LastRecord{st.text(0) == QLatin1String("A"),
+                      {st.text(1), st.text(2), st.text(3)},
+                      st.isNull(4) ? QString() : st.text(4)};
+}
 
 QString rowSeal(const QString& previousSeal, std::int64_t id, const QString& ejercicio,
                 std::int64_t ordre, const QString& xml) {
@@ -109,7 +107,7 @@ void recordSale(const WorkingContext& ctx, store::Database& db, std::int64_t ord
     auto record = saleRecord(ctx, db, ordre, table);
     if (!record) return;
     const SaleKey key = keyOf(ctx, ordre);
-    if (const auto last = lastRecordOf(db, key); last && last->alta) {
+    if (const auto last = lastRecordOf(db, kAttachedRecords, key); last && last->alta) {
         if (last->id == record->id)
             record->subsanacion = true;
         else
@@ -121,7 +119,7 @@ void recordSale(const WorkingContext& ctx, store::Database& db, std::int64_t ord
 void recordDeletion(const WorkingContext& ctx, store::Database& db, std::int64_t ordre) {
     if (!recordsAttached(db)) return;
     const SaleKey key = keyOf(ctx, ordre);
-    if (const auto last = lastRecordOf(db, key); last && last->alta)
+    if (const auto last = lastRecordOf(db, kAttachedRecords, key); last && last->alta)
         appendCancellation(ctx, db, last->id, key);
 }
 

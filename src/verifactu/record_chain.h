@@ -22,6 +22,20 @@ struct SaleKey {
     std::int64_t ordre = 0;
 };
 
+// The records table as a posting's connection names it.
+inline const QString kAttachedRecords = QStringLiteral("verifactu.Registros");
+
+// The last record of a sale: an alta or an anulación, the invoice it names, its total.
+struct LastRecord {
+    bool alta = false;
+    InvoiceId id;
+    QString importeTotal;
+};
+
+// `table` is the records table as `db` names it ("Registros" on the file's own connection).
+std::optional<LastRecord> lastRecordOf(store::Database& db, const QString& table,
+                                       const SaleKey& key);
+
 // Chains, stamps, hashes and stores `record` through the attached record file; fills its
 // link, time and hash.
 void appendRecord(const WorkingContext& ctx, store::Database& db, InvoiceRecord& record,

@@ -149,6 +149,18 @@ void setSetting(store::Database& db, const QString& name, const QString& value) 
         .execute();
 }
 
+Environment recordsEnvironment(store::Database& db) {
+    return setting(db, QStringLiteral("Entorno")) == QLatin1String("pruebas")
+               ? Environment::Test
+               : Environment::Production;
+}
+
+void setRecordsEnvironment(store::Database& db, Environment environment) {
+    setSetting(db, QStringLiteral("Entorno"),
+               environment == Environment::Test ? QStringLiteral("pruebas")
+                                                : QStringLiteral("produccion"));
+}
+
 bool recordsEnabled(const WorkingContext& ctx) {
     const QString path = recordsPath(ctx);
     if (!QFile::exists(path)) return true;
@@ -163,12 +175,14 @@ void setRecordsEnabled(const WorkingContext& ctx, bool on) {
     setSetting(db, QStringLiteral("Activo"), on ? QStringLiteral("1") : QStringLiteral("0"));
 }
 
+// The setting is read through the attached file, so that a posting opens it once.
 bool attachRecords(const WorkingContext& ctx, store::Database& db) {
-    if (!recordsEnabled(ctx)) return false;
     const QString path = recordsPath(ctx);
     ensureRecordsFile(path);
     db.attach(path, kRecordsAlias);
-    return true;
+    if (setting(db, QStringLiteral("Activo"), kRecordsAlias) != QLatin1String("0")) return true;
+    db.detach(kRecordsAlias);
+    return false;
 }
 
 bool recordsAttached(store::Database& db) {

@@ -3,6 +3,8 @@
 // every exercise in one chain, their submission state, and the company's VERI*FACTU settings.
 // The records table refuses changes and deletions by itself, so that no code path can alter
 // a record once written.
+#include "qr_address.h"
+
 #include "context/fwd.h"
 #include "store/database.h"
 
@@ -29,6 +31,11 @@ void setRecordsEnabled(const WorkingContext& ctx, bool on);
 // A setting of the file (Ajustes); empty when unset.
 QString setting(store::Database& db, const QString& name, const QString& alias = QString());
 void setSetting(store::Database& db, const QString& name, const QString& value);
+
+// The tax agency's service the company sends to and whose address its QR codes carry: the
+// setting Entorno, "pruebas" for the test service, production otherwise.
+Environment recordsEnvironment(store::Database& db);
+void setRecordsEnvironment(store::Database& db, Environment environment);
 
 // Attaches the record file to a posting's connection, making it first, when the company has
 // records on; gives whether it did. Call it before the posting's transaction begins.

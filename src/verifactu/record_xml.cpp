@@ -144,11 +144,6 @@ struct ReadElements {
     std::vector<QHash<QString, QString>> lines;
 };
 
-QString localName(QStringView qualified) {
-    const auto colon = qualified.indexOf(u':');
-    return (colon < 0 ? qualified : qualified.mid(colon + 1)).toString();
-}
-
 // The path is kept as one text, grown and cut back element by element: checking a chain
 // reads every record, and joining a list of names at each element cost most of it.
 std::optional<ReadElements> readElements(const QString& xml) {
@@ -162,11 +157,11 @@ std::optional<ReadElements> readElements(const QString& xml) {
         switch (reader.readNext()) {
             case QXmlStreamReader::StartElement:
                 if (out.root.isEmpty()) {
-                    out.root = localName(reader.qualifiedName());
+                    out.root = xmlLocalName(reader.qualifiedName());
                 } else {
                     starts.push_back(path.size());
                     if (!path.isEmpty()) path += u'/';
-                    path += localName(reader.qualifiedName());
+                    path += xmlLocalName(reader.qualifiedName());
                     if (path == QLatin1String("Desglose/DetalleDesglose")) out.lines.emplace_back();
                 }
                 text.clear();
@@ -260,6 +255,11 @@ std::optional<InvoiceRecord> chainFields(const QString& xml) {
         return std::nullopt;
     }
     return r;
+}
+
+QString xmlLocalName(QStringView qualified) {
+    const auto colon = qualified.indexOf(u':');
+    return (colon < 0 ? qualified : qualified.mid(colon + 1)).toString();
 }
 
 QString recordsNamespace() {

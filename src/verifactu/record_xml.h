@@ -12,6 +12,10 @@
 
 namespace tallora::verifactu {
 
+// An element's name without its prefix: the AEAT's documents use several prefixes for the
+// same namespaces, so readers match names only.
+QString xmlLocalName(QStringView qualified);
+
 // The namespace of the records' elements (prefix "sf").
 QString recordsNamespace();
 

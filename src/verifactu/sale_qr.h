@@ -12,8 +12,4 @@ namespace tallora::verifactu {
 // has no record (records off, or cancelled).
 QString saleQrAddress(const WorkingContext& ctx, std::int64_t ordre);
 
-// The service the company's records go to: "pruebas" in the file's settings is the AEAT's
-// test service, anything else production.
-Environment recordsEnvironment(const WorkingContext& ctx);
-
 }  // namespace tallora::verifactu

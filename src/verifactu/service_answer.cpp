@@ -1,6 +1,7 @@
 #include "service_answer.h"
 
 #include "record_file.h"
+#include "record_xml.h"
 
 #include "store/database.h"
 
@@ -9,11 +10,6 @@
 
 namespace tallora::verifactu {
 namespace {
-
-QString localName(QStringView qualified) {
-    const auto colon = qualified.indexOf(u':');
-    return (colon < 0 ? qualified : qualified.mid(colon + 1)).toString();
-}
 
 // The values of an answer line, by the local name of the element that holds them.
 void setLineValue(AnswerLine& line, const QString& name, const QString& value) {
@@ -64,14 +60,14 @@ std::optional<ServiceAnswer> parseAnswer(const QByteArray& body) {
     while (!reader.atEnd()) {
         const auto token = reader.readNext();
         if (token == QXmlStreamReader::StartElement) {
-            const QString name = localName(reader.qualifiedName());
+            const QString name = xmlLocalName(reader.qualifiedName());
             if (name == u"RespuestaLinea") line.emplace();
             if (name == u"RespuestaRegFactuSistemaFacturacion" || name == u"Fault") seen = true;
             text.clear();
         } else if (token == QXmlStreamReader::Characters) {
             text += reader.text();
         } else if (token == QXmlStreamReader::EndElement) {
-            const QString name = localName(reader.qualifiedName());
+            const QString name = xmlLocalName(reader.qualifiedName());
             const QString value = text.trimmed();
             if (name == u"RespuestaLinea" && line) {
                 answer.lines.push_back(*line);

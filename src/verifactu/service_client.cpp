@@ -100,7 +100,7 @@ void count(SendReport& report, const ServiceAnswer& answer) {
 QString serviceEndpoint(const QString& path) {
     if (!QFile::exists(path)) return kProduction;
     store::Database db = store::Database::open(path);
-    const bool test = setting(db, QStringLiteral("Entorno")) == QLatin1String("pruebas");
+    const bool test = recordsEnvironment(db) == Environment::Test;
     const QString own = setting(
         db, test ? QStringLiteral("DireccionPruebas") : QStringLiteral("DireccionProduccion"));
     return own.isEmpty() ? (test ? kTest : kProduction) : own;

@@ -23,9 +23,7 @@ SystemIdentity programIdentity(const QString& installation) {
 
 QString declarationOfConformity(const WorkingContext& ctx) {
     const SystemIdentity id = programIdentity(QString());
-    const auto t = [&](const char* es, const char* ca) {
-        return fixedText(ctx, QString::fromUtf8(es), QString::fromUtf8(ca));
-    };
+    const auto t = [&](const char* es, const char* ca) { return fixedText(ctx, es, ca); };
     const QString yes = t("Sí", "Sí"), no = t("No", "No");
     QStringList lines;
     lines << t("DECLARACIÓN RESPONSABLE DEL SISTEMA INFORMÁTICO DE FACTURACIÓN",

@@ -1,5 +1,6 @@
 #include "tax_id.h"
 
+#include "context/common_helpers.h"
 #include "context/messages.h"
 
 #include <QRegularExpression>
@@ -38,8 +39,7 @@ bool validCif(const QString& id) {
 }  // namespace
 
 QString normalisedTaxId(const QString& text) {
-    QString id = text.toUpper();
-    id.remove(QRegularExpression(QStringLiteral("[\\s.\\-]")));
+    QString id = compactCode(text);
     if (id.startsWith(QLatin1String("ES")) && looksSpanish(id.mid(2))) id = id.mid(2);
     return id;
 }

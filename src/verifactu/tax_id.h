@@ -7,8 +7,7 @@
 
 namespace tallora::verifactu {
 
-// Upper case, without blanks, dots or hyphens, and without a leading "ES" before a Spanish
-// form.
+// compactCode of the text, without a leading "ES" before a Spanish form.
 QString normalisedTaxId(const QString& text);
 
 // True when `text` looks like a Spanish tax number (after normalisedTaxId).

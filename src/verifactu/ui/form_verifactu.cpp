@@ -111,7 +111,7 @@ FormVerifactu::FormVerifactu(WorkingContext& ctx, Dialogs& dialogs, QWidget* par
 }
 
 QString FormVerifactu::t(const char* spanish, const char* catalan) const {
-    return fixedText(ctx_, QString::fromUtf8(spanish), QString::fromUtf8(catalan));
+    return fixedText(ctx_, spanish, catalan);
 }
 
 QWidget* FormVerifactu::buildSettings() {
@@ -124,12 +124,12 @@ QWidget* FormVerifactu::buildSettings() {
         "chkActivo");
     chkActivo_->setChecked(verifactu::recordsEnabled(ctx_));
     cmbEntorno_ = ui::named(new QComboBox(band), "cmbEntorno");
-    cmbEntorno_->addItem(t("AEAT: producción", "AEAT: producció"), QStringLiteral("produccion"));
-    cmbEntorno_->addItem(t("AEAT: pruebas", "AEAT: proves"), QStringLiteral("pruebas"));
+    cmbEntorno_->addItem(t("AEAT: producción", "AEAT: producció"));
+    cmbEntorno_->addItem(t("AEAT: pruebas", "AEAT: proves"));
     if (QFile::exists(path_)) {
         store::Database db = store::Database::open(path_);
-        if (verifactu::setting(db, QStringLiteral("Entorno")) == QLatin1String("pruebas"))
-            cmbEntorno_->setCurrentIndex(1);
+        cmbEntorno_->setCurrentIndex(verifactu::recordsEnvironment(db) ==
+                                     verifactu::Environment::Test);
     }
     connect(chkActivo_, &QCheckBox::toggled, this, [this] { saveSettings(); });
     connect(cmbEntorno_, &QComboBox::currentIndexChanged, this, [this] { saveSettings(); });
@@ -144,7 +144,9 @@ void FormVerifactu::saveSettings() {
     try {
         verifactu::setRecordsEnabled(ctx_, chkActivo_->isChecked());
         store::Database db = store::Database::open(path_);
-        verifactu::setSetting(db, QStringLiteral("Entorno"), cmbEntorno_->currentData().toString());
+        verifactu::setRecordsEnvironment(db, cmbEntorno_->currentIndex() == 1
+                                                 ? verifactu::Environment::Test
+                                                 : verifactu::Environment::Production);
     } catch (const store::StoreError& error) {
         dialogs_.stop(error.message());
     }
