@@ -1,6 +1,7 @@
 #include "account_numbers.h"
 
 #include "context/common_helpers.h"
+#include "context/messages.h"
 
 #include <QStringList>
 
@@ -73,6 +74,32 @@ std::optional<QString> ibanOfCcc(const QString& text) {
     const QString ccc = compactCode(text);
     if (!validCcc(ccc)) return std::nullopt;
     return QStringLiteral("ES") + twoDigits(98 - mod97(ccc + QStringLiteral("142800"))) + ccc;
+}
+
+std::optional<QString> ibanOfAccount(const QString& text) {
+    const QString compact = compactCode(text);
+    if (validIban(compact)) return compact;
+    return ibanOfCcc(compact);
+}
+
+QString storedAccount(const QString& text) {
+    const QString compact = compactCode(text);
+    if (compact.startsWith(QLatin1String("ES")) && validIban(compact)) return compact.mid(4);
+    return text;
+}
+
+QString accountWarning(const WorkingContext& ctx, const QString& text) {
+    const QString compact = compactCode(text);
+    if (compact.isEmpty() || validCcc(compact) || validIban(compact)) return {};
+    const bool digits = digitsOnly(compact);
+    if (digits && compact.size() == 20)
+        return fixedText(ctx, "Los dígitos de control de la cuenta no son correctos.",
+                         "Els dígits de control del compte no són correctes.");
+    if (!digits && compact.size() >= 15 && compact.at(0).isLetter() && compact.at(1).isLetter())
+        return fixedText(ctx, "Los dígitos de control del IBAN no son correctos.",
+                         "Els dígits de control de l'IBAN no són correctes.");
+    return fixedText(ctx, "No es un IBAN ni una cuenta de 20 dígitos (CCC).",
+                     "No és un IBAN ni un compte de 20 dígits (CCC).");
 }
 
 QString groupedAccount(const QString& text) {

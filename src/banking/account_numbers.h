@@ -1,6 +1,8 @@
 #pragma once
 // Bank account numbers: the IBAN (ISO 13616) and the old Spanish 20-digit CCC, their checks
 // and the conversion of a CCC into its IBAN; and the SEPA creditor identifier of a company.
+#include "context/fwd.h"
+
 #include <QString>
 
 #include <optional>
@@ -22,6 +24,20 @@ QString cccCheckDigits(const QString& entityOffice, const QString& account);
 
 // The IBAN of a valid CCC ("ES" + check digits + CCC); nothing for an invalid one.
 std::optional<QString> ibanOfCcc(const QString& ccc);
+
+// The IBAN an account field stands for: an IBAN as it is, a CCC as its IBAN; nothing for a
+// text that is neither (compact, without blanks).
+std::optional<QString> ibanOfAccount(const QString& text);
+
+// What an account field of the exercise files (Text(20), entidades.ccc and
+// comercial_clientes.ccc) keeps of what was typed: a Spanish IBAN as the CCC inside it, from
+// which the IBAN follows exactly; any other text as it was typed.
+QString storedAccount(const QString& text);
+
+// The account field's state as a person should hear it: empty for a blank field or a valid
+// CCC or IBAN; otherwise why the number is wrong ("the check digits do not hold"), in the
+// program's language. Such a number is stored all the same, as the user typed it.
+QString accountWarning(const WorkingContext& ctx, const QString& text);
 
 // The IBAN or CCC written in groups of four, as people read it.
 QString groupedAccount(const QString& text);

@@ -176,12 +176,24 @@ RunOutcome Contabilizar(const WorkingContext& ctx, Dialogs& dialogs, const RunSi
     return {std::nullopt, postRun(ctx, side, *account, date)};
 }
 
-std::vector<Settlement> postRun(const WorkingContext& ctx, const RunSide& side,
-                                std::int64_t account, const QDate& date) {
+store::Database openRun(const WorkingContext& ctx, const RunSide& side) {
     store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
     db.attach(ctx.companyFile(Cartera), QStringLiteral("cartera"));
     db.attach(ctx.exerciseFile(QString::fromLatin1(side.invoiceFile)), QStringLiteral("fras"));
+    return db;
+}
+
+std::vector<Settlement> postRun(const WorkingContext& ctx, const RunSide& side,
+                                std::int64_t account, const QDate& date) {
+    store::Database db = openRun(ctx, side);
     store::Transaction tx(db, store::Transaction::Kind::Immediate);
+    std::vector<Settlement> settlements = settleDraft(db, side, account, date);
+    tx.commit();
+    return settlements;
+}
+
+std::vector<Settlement> settleDraft(store::Database& db, const RunSide& side, std::int64_t account,
+                                    const QDate& date) {
     const QString party = QString::fromLatin1(side.party);
     const QString invoice = QString::fromLatin1(side.invoice);
     store::Statement draft = db.prepare(
@@ -231,7 +243,6 @@ std::vector<Settlement> postRun(const WorkingContext& ctx, const RunSide& side,
         }
         settlements.push_back(s);
     }
-    tx.commit();
     return settlements;
 }
 

@@ -14,6 +14,7 @@
 // The reads and the draft's updates throw store::StoreError; the screens show its text.
 #include "context/fwd.h"
 #include "context/money.h"
+#include "store/database.h"
 
 #include <QDate>
 #include <QString>
@@ -112,5 +113,13 @@ std::optional<RunRefusal> checkRun(const WorkingContext& ctx, Dialogs& dialogs, 
                                    std::optional<std::int64_t> account, const QDate& date);
 std::vector<Settlement> postRun(const WorkingContext& ctx, const RunSide& side,
                                 std::int64_t account, const QDate& date);
+
+// The connection a run writes through: the exercise's tesorer.mdb, with the company's
+// cartera.mdb attached as "cartera" and the side's invoice file as "fras".
+store::Database openRun(const WorkingContext& ctx, const RunSide& side);
+// postRun's work inside a transaction the caller holds, for an operation that writes more
+// than the run (a remittance file's record).
+std::vector<Settlement> settleDraft(store::Database& db, const RunSide& side, std::int64_t account,
+                                    const QDate& date);
 
 }  // namespace tallora::treasury

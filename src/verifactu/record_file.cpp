@@ -2,7 +2,7 @@
 
 #include "context/file_tree.h"
 #include "context/working_context.h"
-#include "store/schema_objects.h"
+#include "store/side_file.h"
 
 #include <QFile>
 #include <QUuid>
@@ -10,60 +10,30 @@
 namespace tallora::verifactu {
 namespace {
 
-using store::FieldDef;
+using store::counterField;
+using store::fieldOf;
 using store::FieldType;
-
-FieldDef field(const char* name, FieldType type) {
-    FieldDef f;
-    f.name = QString::fromLatin1(name);
-    f.type = type;
-    return f;
-}
-
-FieldDef text(const char* name, int size, bool zeroLength = false) {
-    FieldDef f = field(name, FieldType::Text);
-    f.size = size;
-    f.zeroLength = zeroLength;
-    return f;
-}
-
-FieldDef memo(const char* name) {
-    FieldDef f = field(name, FieldType::Memo);
-    f.zeroLength = true;
-    return f;
-}
-
-FieldDef counter(const char* name) {
-    FieldDef f = field(name, FieldType::Long);
-    f.autoIncrement = true;
-    return f;
-}
+using store::memoField;
+using store::textField;
 
 store::TableDef registros() {
     store::TableDef t;
     t.name = QStringLiteral("Registros");
-    t.fields = {counter("Id"),
-                text("Emisor", 60),
-                text("Clase", 1),
-                text("Ejercicio", 4),
-                field("Ordre", FieldType::Long),
-                text("NumSerie", 60),
-                text("Fecha", 10),
-                text("TipoFactura", 2, true),
-                field("Subsanacion", FieldType::Boolean),
-                text("ImporteTotal", 20, true),
-                text("FechaHora", 25),
-                text("Huella", 64),
-                field("Xml", FieldType::Memo),
-                text("Sello", 64)};
+    t.fields = {counterField("Id"),
+                textField("Emisor", 60),
+                textField("Clase", 1),
+                textField("Ejercicio", 4),
+                fieldOf("Ordre", FieldType::Long),
+                textField("NumSerie", 60),
+                textField("Fecha", 10),
+                textField("TipoFactura", 2, true),
+                fieldOf("Subsanacion", FieldType::Boolean),
+                textField("ImporteTotal", 20, true),
+                textField("FechaHora", 25),
+                textField("Huella", 64),
+                fieldOf("Xml", FieldType::Memo),
+                textField("Sello", 64)};
     t.indexes = {{QStringLiteral("Emisor")}, {QStringLiteral("Ordre")}};
-    return t;
-}
-
-store::TableDef ajustes() {
-    store::TableDef t;
-    t.name = QStringLiteral("Ajustes");
-    t.fields = {text("Nombre", 40), text("Valor", 255, true)};
     return t;
 }
 
@@ -72,14 +42,14 @@ store::TableDef ajustes() {
 store::TableDef respuestas() {
     store::TableDef t;
     t.name = QStringLiteral("Respuestas");
-    t.fields = {counter("Id"),
-                field("Registro", FieldType::Long),
-                field("Envio", FieldType::Long),
-                text("Estado", 20, true),
-                text("Codigo", 20, true),
-                memo("Descripcion"),
-                text("CSV", 100, true),
-                text("FechaHora", 25)};
+    t.fields = {counterField("Id"),
+                fieldOf("Registro", FieldType::Long),
+                fieldOf("Envio", FieldType::Long),
+                textField("Estado", 20, true),
+                textField("Codigo", 20, true),
+                memoField("Descripcion"),
+                textField("CSV", 100, true),
+                textField("FechaHora", 25)};
     t.indexes = {{QStringLiteral("Registro")}};
     return t;
 }
@@ -89,18 +59,19 @@ store::TableDef respuestas() {
 store::TableDef envios() {
     store::TableDef t;
     t.name = QStringLiteral("Envios");
-    t.fields = {counter("Id"),
-                text("FechaHora", 25),
-                text("Estado", 30, true),
-                text("CSV", 100, true),
-                field("Espera", FieldType::Long),
-                field("Registros", FieldType::Long),
-                memo("Respuesta")};
+    t.fields = {counterField("Id"),
+                textField("FechaHora", 25),
+                textField("Estado", 30, true),
+                textField("CSV", 100, true),
+                fieldOf("Espera", FieldType::Long),
+                fieldOf("Registros", FieldType::Long),
+                memoField("Respuesta")};
     return t;
 }
 
 void createMissing(store::Database& db) {
-    for (const store::TableDef& table : {registros(), ajustes(), respuestas(), envios()})
+    for (const store::TableDef& table :
+         {registros(), store::settingsTable(), respuestas(), envios()})
         if (!store::tableExists(db, table.name)) store::createTable(db, table);
     db.execute(QStringLiteral(
         "CREATE TRIGGER IF NOT EXISTS RegistrosInalterables BEFORE UPDATE ON Registros "
@@ -134,19 +105,11 @@ void ensureRecordsFile(const QString& path) {
 }
 
 QString setting(store::Database& db, const QString& name, const QString& alias) {
-    const QString table =
-        alias.isEmpty() ? QStringLiteral("Ajustes") : alias + QStringLiteral(".Ajustes");
-    auto st = db.prepare(QStringLiteral("select Valor from %1 where Nombre = ?").arg(table));
-    st.bind(1, name);
-    return st.next() && !st.isNull(0) ? st.text(0) : QString();
+    return store::readSetting(db, name, alias);
 }
 
 void setSetting(store::Database& db, const QString& name, const QString& value) {
-    db.prepare(QStringLiteral("delete from Ajustes where Nombre = ?")).bind(1, name).execute();
-    db.prepare(QStringLiteral("insert into Ajustes (Nombre, Valor) values (?, ?)"))
-        .bind(1, name)
-        .bind(2, value)
-        .execute();
+    store::writeSetting(db, name, value);
 }
 
 Environment recordsEnvironment(store::Database& db) {

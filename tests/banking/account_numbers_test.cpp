@@ -1,5 +1,6 @@
 // IBAN, CCC and the SEPA creditor identifier against the published vectors, valid and not.
 #include "banking/account_numbers.h"
+#include "context/working_context.h"
 
 #include <gtest/gtest.h>
 
@@ -60,6 +61,39 @@ TEST(CreditorIdentifier, TheVectors) {
     EXPECT_FALSE(validCreditorIdentifier("ES78000B85626240"));
     EXPECT_FALSE(validCreditorIdentifier("ES77000B8562624"));
     EXPECT_FALSE(validCreditorIdentifier("FR77000B85626240"));
+}
+
+TEST(AccountField, StandsForAnIbanWhetherTypedAsIbanOrAsCcc) {
+    EXPECT_EQ(ibanOfAccount("2100 0418 45 0200051332"), QString("ES9121000418450200051332"));
+    EXPECT_EQ(ibanOfAccount("es91 2100 0418 4502 0005 1332"), QString("ES9121000418450200051332"));
+    EXPECT_EQ(ibanOfAccount("DE89 3704 0044 0532 0130 00"), QString("DE89370400440532013000"));
+    EXPECT_FALSE(ibanOfAccount("2100 0418 45 0200051331"));
+    EXPECT_FALSE(ibanOfAccount(""));
+}
+
+TEST(AccountField, ASpanishIbanIsKeptAsTheCccInsideIt) {
+    EXPECT_EQ(storedAccount("ES91 2100 0418 4502 0005 1332"), "21000418450200051332");
+    EXPECT_EQ(storedAccount("21000418450200051332"), "21000418450200051332");
+    // What cannot be an account of twenty digits stays as it was typed.
+    EXPECT_EQ(storedAccount("DE89370400440532013000"), "DE89370400440532013000");
+    EXPECT_EQ(storedAccount("ES92 2100 0418 4502 0005 1332"), "ES92 2100 0418 4502 0005 1332");
+    EXPECT_EQ(storedAccount("cuenta 12"), "cuenta 12");
+}
+
+TEST(AccountField, WarnsOfAWrongNumberInTheProgramsLanguage) {
+    WorkingContext ctx;
+    EXPECT_EQ(accountWarning(ctx, ""), "");
+    EXPECT_EQ(accountWarning(ctx, "2100 0418 45 0200051332"), "");
+    EXPECT_EQ(accountWarning(ctx, "ES05 2105 3014 1134 0000 2160"), "");
+    const QString ccc = accountWarning(ctx, "2100 0418 45 0200051331");
+    const QString iban = accountWarning(ctx, "ES05 2105 3014 1134 0000 2161");
+    const QString other = accountWarning(ctx, "12345");
+    EXPECT_TRUE(ccc.contains("cuenta")) << ccc.toStdString();
+    EXPECT_TRUE(iban.contains("IBAN")) << iban.toStdString();
+    EXPECT_TRUE(other.contains("CCC")) << other.toStdString();
+    EXPECT_NE(ccc, iban);
+    ctx.setIdioma("cat");
+    EXPECT_TRUE(accountWarning(ctx, "2100 0418 45 0200051331").contains("compte"));
 }
 
 }  // namespace
