@@ -25,12 +25,13 @@ QStringList rateOptions() {
 }
 
 QStringList customerOptions() {
-    return {"name",  "address", "town", "province", "postal-code", "nif",  "phone", "fax",
-            "email", "web",     "re",   "balance",  "payment",     "bank", "ccc"};
+    return {"name",    "address", "town",  "province", "postal-code",  "nif",
+            "phone",   "fax",     "email", "web",      "re",           "balance",
+            "payment", "bank",    "ccc",   "mandate",  "mandate-date", "mandate-recurrent"};
 }
 QStringList supplierOptions() {
-    return {"name",  "address", "town",  "province", "postal-code", "nif",
-            "phone", "fax",     "email", "web",      "balance"};
+    return {"name", "address", "town", "province", "postal-code", "nif", "phone",
+            "fax",  "email",   "web",  "balance",  "iban",        "bic"};
 }
 QStringList treasuryAccountOptions() {
     return {"name", "kind", "ccc", "balance"};
@@ -147,6 +148,22 @@ const std::vector<Command>& commands() {
          -1,
          {"account", "date"},
          paymentRunCommand},
+        {"sepa-debit",
+         "NIF8 YYYY [RECEIPT[:AMOUNT]...]",
+         2,
+         -1,
+         {"account", "date", "collection-date", "out"},
+         sepaDebitCommand},
+        {"sepa-transfer",
+         "NIF8 YYYY [RECEIPT[:AMOUNT]...]",
+         2,
+         -1,
+         {"account", "date", "execution-date", "out"},
+         sepaTransferCommand},
+        {"sepa-runs", "NIF8 YYYY", 2, 2, {}, sepaRunsCommand},
+        {"sepa-parties", "NIF8 YYYY", 2, 2, {}, sepaPartiesCommand},
+        {"sepa-settings", "NIF8 YYYY", 2, 2, {"suffix", "versions"}, sepaSettingsCommand},
+        {"sepa-file", "NIF8 YYYY RUN FILE", 4, 4, {}, sepaFileCommand},
         {"draft", "NIF8 YYYY collections|payments", 3, 3, {"empty", "open"}, draftCommand},
         {"statement", "NIF8 YYYY [ACCOUNT]", 2, 3, {"from", "to"}, statementCommand},
         {"movement-remove", "NIF8 YYYY MOVEMENT", 3, 3, {}, movementRemoveCommand},
@@ -207,6 +224,7 @@ const std::vector<Command>& commands() {
          3,
          {"whole", "customers", "suppliers", "chart", "record-invoices"},
          importCommand},
+        {"n43-show", "FILE", 1, 1, {}, n43ShowCommand},
         {"verifactu-records", "NIF8", 1, 1, {}, verifactuRecordsCommand},
         {"verifactu-check", "NIF8", 1, 1, {}, verifactuCheckCommand},
         {"verifactu-xml", "NIF8 FILE", 2, 2, {}, verifactuXmlCommand},

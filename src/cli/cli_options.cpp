@@ -55,6 +55,13 @@ const std::map<QString, bool>& knownOptions() {
             {{"customers", false}, {"chart", false}, {"whole", false}, {"record-invoices", false}});
         // VERI*FACTU: the company's certificate for the tax agency's service.
         o.emplace(QStringLiteral("certificate"), true);
+        // The bank: mandates and accounts, SEPA files and their settings, statements.
+        for (const QString& field :
+             QStringLiteral("mandate mandate-date mandate-recurrent iban bic collection-date "
+                            "execution-date out suffix versions account-number")
+                 .split(u' '))
+            o.emplace(field, true);
+        o.emplace(QStringLiteral("accept-matches"), false);
         return o;
     }();
     return options;

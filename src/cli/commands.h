@@ -64,6 +64,12 @@ int referenceRemoveCommand(Session& s, const CliOptions& o);
 int portfolioCommand(Session& s, const CliOptions& o);
 int collectionRunCommand(Session& s, const CliOptions& o);
 int paymentRunCommand(Session& s, const CliOptions& o);
+int sepaDebitCommand(Session& s, const CliOptions& o);
+int sepaPartiesCommand(Session& s, const CliOptions& o);
+int sepaTransferCommand(Session& s, const CliOptions& o);
+int sepaRunsCommand(Session& s, const CliOptions& o);
+int sepaSettingsCommand(Session& s, const CliOptions& o);
+int sepaFileCommand(Session& s, const CliOptions& o);
 int draftCommand(Session& s, const CliOptions& o);
 int statementCommand(Session& s, const CliOptions& o);
 int movementRemoveCommand(Session& s, const CliOptions& o);
@@ -114,6 +120,9 @@ int importCommand(Session& s, const CliOptions& o);
 // maintenance_commands.cpp
 int repairCommand(Session& s, const CliOptions& o);
 int compactCommand(Session& s, const CliOptions& o);
+
+// bank_commands.cpp
+int n43ShowCommand(Session& s, const CliOptions& o);
 
 // verifactu_commands.cpp
 int verifactuRecordsCommand(Session& s, const CliOptions& o);

@@ -1,6 +1,8 @@
+#include "banking/account_numbers.h"
 #include "commands.h"
 #include "context/working_context.h"
 #include "master/customers.h"
+#include "master/suppliers.h"
 #include "master_common.h"
 
 #include <utility>
@@ -25,7 +27,9 @@ const std::vector<std::pair<const char*, QString Customer::*>>& textFields() {
         {"web", &Customer::web},
         {"payment", &Customer::formaPago},
         {"bank", &Customer::entidad},
-        {"ccc", &Customer::ccc}};
+        {"ccc", &Customer::ccc},
+        {"mandate", &Customer::mandatoReferencia},
+        {"mandate-date", &Customer::mandatoFirma}};
     return fields;
 }
 
@@ -42,6 +46,8 @@ void checkNif(const QString& nif) {
 void checkFields(const CliOptions& o) {
     checkNif(o.value(QStringLiteral("nif")));
     if (o.given(QStringLiteral("re"))) yesNoArgument(QStringLiteral("re"), o.value("re"));
+    if (o.given(QStringLiteral("mandate-recurrent")))
+        yesNoArgument(QStringLiteral("mandate-recurrent"), o.value("mandate-recurrent"));
     amountArgument(QStringLiteral("balance"), o.value(QStringLiteral("balance")));
 }
 
@@ -49,7 +55,8 @@ void checkFields(const CliOptions& o) {
 bool fieldsExist(Session& s, const CliOptions& o) {
     if (o.given(QStringLiteral("balance")) && !needsTreasury(s, QStringLiteral("--balance")))
         return false;
-    for (const char* option : {"payment", "bank", "ccc"})
+    for (const char* option :
+         {"payment", "bank", "ccc", "mandate", "mandate-date", "mandate-recurrent"})
         if (o.given(QString::fromLatin1(option)) &&
             !needsBilling(s, QStringLiteral("--") + QString::fromLatin1(option)))
             return false;
@@ -59,6 +66,9 @@ bool fieldsExist(Session& s, const CliOptions& o) {
 void takeFields(const Session& s, const CliOptions& o, Customer& c) {
     for (const auto& [option, field] : textFields()) takeText(o, option, c.*field);
     if (o.given(QStringLiteral("re"))) c.re = yesNoArgument(QStringLiteral("re"), o.value("re"));
+    if (o.given(QStringLiteral("mandate-recurrent")))
+        c.mandatoRecurrente =
+            yesNoArgument(QStringLiteral("mandate-recurrent"), o.value("mandate-recurrent"));
     if (o.given(QStringLiteral("balance")))
         c.saldo = fieldAmount(s.ctx, o.value(QStringLiteral("balance")));
 }
@@ -80,6 +90,28 @@ int customersCommand(Session& s, const CliOptions& o) {
         for (const QString* text : {&c.formaPago, &c.entidad, &c.ccc}) s.out << '\t' << *text;
         s.out << '\n';
     }
+    return s.finish(true);
+}
+
+// The bank side of the parties: each customer's account and mandate, each supplier's IBAN.
+int sepaPartiesCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    if (!enterMasterFiles(s, w)) return kRefused;
+    if (s.ctx.Facturacio)
+        for (const Customer& c : master::customerRecords(s.ctx)) {
+            const auto iban = banking::ibanOfAccount(c.ccc);
+            s.out << "customer\t" << c.client << '\t' << c.nom << '\t'
+                  << (iban ? banking::groupedAccount(*iban) : c.ccc) << '\t' << c.mandatoReferencia
+                  << '\t' << c.mandatoFirma << '\t'
+                  << (c.mandatoReferencia.isEmpty() ? QString()
+                      : c.mandatoRecurrente         ? QStringLiteral("RCUR")
+                                                    : QStringLiteral("FRST"))
+                  << '\n';
+        }
+    if (s.ctx.Tesoreria)
+        for (const master::Supplier& p : master::supplierRecords(s.ctx))
+            s.out << "supplier\t" << p.proveidor << '\t' << p.nom << '\t' << p.iban << '\t' << p.bic
+                  << '\n';
     return s.finish(true);
 }
 

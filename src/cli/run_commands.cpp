@@ -1,6 +1,8 @@
 // Collection and payment runs, the draft they share with the screens, the account statement
 // and its two undo actions: the screens' logic, driven from the command line.
 #include "account_words.h"
+#include "banking/account_numbers.h"
+#include "banking/bank_file.h"
 #include "commands.h"
 #include "context/common_helpers.h"
 #include "context/messages.h"
@@ -11,9 +13,11 @@
 #include "master_common.h"
 #include "treasury/account_statement.h"
 #include "treasury/other_movements.h"
+#include "treasury/remittance.h"
 #include "treasury/runs.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace tallora::cli {
 namespace {
@@ -39,13 +43,36 @@ ReceiptWord receiptWord(const QString& word) {
     return r;
 }
 
+void printSettlements(Session& s, const std::vector<treasury::Settlement>& settlements) {
+    for (const treasury::Settlement& st : settlements)
+        s.out << st.movement << '\t' << st.receipt << '\t' << st.concepto << '\t'
+              << Format_Import(s.ctx, st.amount) << '\t'
+              << (st.settled ? QStringLiteral("settled") : QStringLiteral("partial")) << '\n';
+}
+
 void printRows(Session& s, const std::vector<treasury::RunRow>& rows) {
     for (const auto& r : rows)
         s.out << r.id << '\t' << r.data << '\t' << r.factura << '\t' << r.total << '\t' << r.amount
               << '\n';
 }
 
-int run(Session& s, const CliOptions& o, const treasury::RunSide& side) {
+// What a run command does once its receipts are in the draft: the plain run, or the run sent
+// to the bank as a file. `takeBack` empties the draft of what the command put in it.
+using RunFinish = std::function<int(Session&, std::optional<std::int64_t> account,
+                                    const QDate& date, const std::function<void()>& takeBack)>;
+
+int plainRun(Session& s, const treasury::RunSide& side, std::optional<std::int64_t> entitat,
+             const QDate& date, const std::function<void()>& takeBack) {
+    const treasury::RunOutcome outcome =
+        treasury::Contabilizar(s.ctx, s.dialogs, side, entitat, date);
+    if (outcome.refusal) takeBack();
+    if (outcome.refusal == treasury::RunRefusal::EmptyDraft)
+        return s.refuse(QStringLiteral("the draft is empty: name the receipts to settle"));
+    printSettlements(s, outcome.settlements);
+    return s.finish(!outcome.refusal);
+}
+
+int run(Session& s, const CliOptions& o, const treasury::RunSide& side, const RunFinish& finish) {
     const ExerciseWords w = exerciseWords(o);
     std::vector<ReceiptWord> receipts;
     QStringList named;
@@ -89,16 +116,7 @@ int run(Session& s, const CliOptions& o, const treasury::RunSide& side) {
         }
         passed.push_back(id);
     }
-    const treasury::RunOutcome outcome =
-        treasury::Contabilizar(s.ctx, s.dialogs, side, entitat, date);
-    if (outcome.refusal) takeBack();
-    if (outcome.refusal == treasury::RunRefusal::EmptyDraft)
-        return s.refuse(QStringLiteral("the draft is empty: name the receipts to settle"));
-    for (const treasury::Settlement& st : outcome.settlements)
-        s.out << st.movement << '\t' << st.receipt << '\t' << st.concepto << '\t'
-              << Format_Import(s.ctx, st.amount) << '\t'
-              << (st.settled ? QStringLiteral("settled") : QStringLiteral("partial")) << '\n';
-    return s.finish(!outcome.refusal);
+    return finish(s, entitat, date, takeBack);
 }
 
 const treasury::RunSide& sideArgument(const QString& word) {
@@ -117,10 +135,94 @@ void printStatement(Session& s, const std::vector<treasury::StatementLine>& line
 }  // namespace
 
 int collectionRunCommand(Session& s, const CliOptions& o) {
-    return run(s, o, treasury::kCollections);
+    return run(s, o, treasury::kCollections,
+               [](Session& s, auto account, const QDate& date, const auto& takeBack) {
+                   return plainRun(s, treasury::kCollections, account, date, takeBack);
+               });
 }
 int paymentRunCommand(Session& s, const CliOptions& o) {
-    return run(s, o, treasury::kPayments);
+    return run(s, o, treasury::kPayments,
+               [](Session& s, auto account, const QDate& date, const auto& takeBack) {
+                   return plainRun(s, treasury::kPayments, account, date, takeBack);
+               });
+}
+
+// The run with its SEPA file: the bank's date (collection or execution), the file written.
+int remittanceCommand(Session& s, const CliOptions& o, const treasury::RunSide& side,
+                      const QString& bankDateOption) {
+    const ExerciseWords w = exerciseWords(o);
+    const QString path = o.value(QStringLiteral("out"));
+    if (path.isEmpty()) throw UsageError{QStringLiteral("--out FILE is needed")};
+    const QDate bankDate = o.given(bankDateOption) ? dateOption(o, bankDateOption, QDate())
+                                                   : exerciseDate(w, o, QStringLiteral("date"));
+    return run(s, o, side, [&](Session& s, auto account, const QDate& date, const auto& takeBack) {
+        const treasury::RemittanceOutcome out =
+            treasury::Contabilizar_Remesa(s.ctx, s.dialogs, side, account, date, bankDate, path);
+        if (out.refusal || out.stopped) takeBack();
+        if (out.refusal == treasury::RunRefusal::EmptyDraft)
+            return s.refuse(QStringLiteral("the draft is empty: name the receipts to settle"));
+        if (out.refusal || out.stopped) return s.finish(false);
+        printSettlements(s, out.settlements);
+        s.out << "remittance\t" << out.remesa << '\t' << out.count << '\t'
+              << Format_Import(s.ctx, out.total) << '\t' << path << '\n';
+        return s.finish(true);
+    });
+}
+
+int sepaDebitCommand(Session& s, const CliOptions& o) {
+    return remittanceCommand(s, o, treasury::kCollections, QStringLiteral("collection-date"));
+}
+int sepaTransferCommand(Session& s, const CliOptions& o) {
+    return remittanceCommand(s, o, treasury::kPayments, QStringLiteral("execution-date"));
+}
+
+int sepaRunsCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
+    for (const treasury::RemittanceRecord& r : treasury::remittances(s.ctx))
+        s.out << r.id << '\t' << (r.collections ? "debit" : "transfer") << '\t'
+              << Format_Data(r.date) << '\t' << Format_Data(r.bankDate) << '\t' << r.format << '\t'
+              << r.count << '\t' << Format_Import(s.ctx, r.total) << '\n';
+    return s.finish(true);
+}
+
+// The creditor suffix and the file versions; prints the creditor identifier they make.
+int sepaSettingsCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    const bool versions = o.given(QStringLiteral("versions"));
+    const bool current =
+        versions && choiceArgument(QStringLiteral("versions"), o.value(QStringLiteral("versions")),
+                                   {"classic", "current"}) == 1;
+    const QString suffix = o.value(QStringLiteral("suffix")).trimmed().toUpper();
+    if (o.given(QStringLiteral("suffix")) &&
+        (suffix.size() != 3 ||
+         !std::all_of(suffix.begin(), suffix.end(), [](QChar c) { return c.isLetterOrNumber(); })))
+        throw UsageError{QStringLiteral("--suffix: three letters or digits")};
+    if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
+    if (versions || o.given(QStringLiteral("suffix")))
+        banking::setBankSettings(
+            s.ctx, o.given(QStringLiteral("suffix")) ? suffix : banking::creditorSuffix(s.ctx),
+            versions ? current : banking::currentSepaVersions(s.ctx));
+    const bool now = banking::currentSepaVersions(s.ctx);
+    s.out << banking::creditorIdentifier(s.ctx.EmpresaNIF, banking::creditorSuffix(s.ctx)) << '\t'
+          << banking::sepaMessageName(
+                 banking::SepaKind::DirectDebit,
+                 now ? banking::SepaVersion::Current : banking::SepaVersion::Classic)
+          << '\t'
+          << banking::sepaMessageName(
+                 banking::SepaKind::Transfer,
+                 now ? banking::SepaVersion::Current : banking::SepaVersion::Classic)
+          << '\n';
+    return s.finish(true);
+}
+
+int sepaFileCommand(Session& s, const CliOptions& o) {
+    const ExerciseWords w = exerciseWords(o);
+    const QString number = numberArgument(o.arguments[2]);
+    if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
+    if (!treasury::rewriteRemittance(s.ctx, number.toLongLong(), o.arguments[3]))
+        return s.refuse(QStringLiteral("no remittance %1").arg(number));
+    return s.finish(true);
 }
 
 int draftCommand(Session& s, const CliOptions& o) {

@@ -17,7 +17,8 @@ const std::vector<std::pair<const char*, QString Supplier::*>>& textFields() {
         {"town", &Supplier::poblacio},  {"province", &Supplier::provincia},
         {"postal-code", &Supplier::cp}, {"nif", &Supplier::nif},
         {"phone", &Supplier::telefon},  {"fax", &Supplier::fax},
-        {"email", &Supplier::email},    {"web", &Supplier::web}};
+        {"email", &Supplier::email},    {"web", &Supplier::web},
+        {"iban", &Supplier::iban},      {"bic", &Supplier::bic}};
     return fields;
 }
 
@@ -27,9 +28,13 @@ void takeFields(const Session& s, const CliOptions& o, Supplier& p) {
         p.saldo = fieldAmount(s.ctx, o.value(QStringLiteral("balance")));
 }
 
-// The balance field shows only with treasury.
+// The balance and the bank account show only with treasury.
 bool fieldsExist(Session& s, const CliOptions& o) {
-    return !o.given(QStringLiteral("balance")) || needsTreasury(s, QStringLiteral("--balance"));
+    for (const char* option : {"balance", "iban", "bic"})
+        if (o.given(QString::fromLatin1(option)) &&
+            !needsTreasury(s, QStringLiteral("--") + QString::fromLatin1(option)))
+            return false;
+    return true;
 }
 
 }  // namespace

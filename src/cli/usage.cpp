@@ -82,18 +82,26 @@ with "," or "." as decimal mark ("1250,5", "-30.25"), without thousands marks.
   customer-add NIF8 YYYY --name N [--address A] [--town T] [--province P]
                   [--postal-code CP] [--nif NIF] [--phone T] [--fax F] [--email E] [--web W]
                   [--re yes|no] [--balance AMOUNT] [--payment P] [--bank B] [--ccc CCC]
+                  [--mandate REFERENCE --mandate-date DD/MM/YYYY]
+                  [--mandate-recurrent yes|no]
   customer-change NIF8 YYYY NUMBER [the options of customer-add]
                       --nif takes digits and letters only; --balance needs treasury
-                      control, --payment, --bank and --ccc the billing module. A new
-                      name must be free; a change spreads the name to the sales.
+                      control, --payment, --bank, --ccc and the mandate the billing module.
+                      A new name must be free; a change spreads the name to the sales.
+                      --ccc takes a CCC or an IBAN (a Spanish one is kept as its CCC).
+                      The SEPA mandate (kept in the company's banco.mdb) needs its date;
+                      an empty --mandate removes it; --mandate-recurrent yes when a first
+                      collection has gone already.
   customer-remove NIF8 YYYY NUMBER
                       refused while the customer has sales, treasury entries or documents
   suppliers NIF8 YYYY number, name, NIF, address, town, province, postal code, phone, fax,
                       e-mail, web, balance (with treasury)
   supplier-add NIF8 YYYY --name N [--address A] [--town T] [--province P]
                   [--postal-code CP] [--nif NIF] [--phone T] [--fax F] [--email E] [--web W]
-                  [--balance AMOUNT]
+                  [--balance AMOUNT] [--iban IBAN] [--bic BIC]
   supplier-change NIF8 YYYY NUMBER [the options of supplier-add]
+                      --iban (a CCC is taken as its IBAN) and --bic need treasury control:
+                      the account SEPA transfers go to, refused when its check fails
   supplier-remove NIF8 YYYY NUMBER
                       refused while the supplier has purchases, treasury entries or receipts
   accounts NIF8 YYYY FAMILY
@@ -136,6 +144,31 @@ With treasury control only:
                       first, each with all that is due or with AMOUNT settled on account,
                       and the whole draft becomes one movement a receipt, in one piece.
                       Prints movement, receipt, concept, amount and settled or partial.
+  sepa-debit NIF8 YYYY [RECEIPT[:AMOUNT]...] --account NUMBER --out FILE
+                  [--date DD/MM/YYYY] [--collection-date DD/MM/YYYY]
+  sepa-transfer NIF8 YYYY [RECEIPT[:AMOUNT]...] --account NUMBER --out FILE
+                  [--date DD/MM/YYYY] [--execution-date DD/MM/YYYY]
+                      the run of collection-run (or payment-run), sent to the bank as a
+                      SEPA file: a direct debit (pain.008) of the receipts whose customers
+                      have a mandate and a valid account, or a transfer (pain.001) to the
+                      suppliers with an IBAN, for the bank to execute on the collection
+                      (execution) date, --date by default. The receipts that cannot go
+                      are listed first and, with --yes, taken back to the open list;
+                      without it nothing is written. The movements, the run's record and
+                      FILE are written together or not at all. Prints the settlements,
+                      then "remittance", its number, count, total and the file.
+  sepa-runs NIF8 YYYY the runs sent as files: number, debit or transfer, date, bank's
+                      date, format, count, total
+  sepa-file NIF8 YYYY RUN FILE
+                      writes the file of run RUN again, as it was sent
+  sepa-parties NIF8 YYYY
+                      the bank side of the parties: "customer", number, name, IBAN (or
+                      the account as typed), mandate, date of signature, FRST or RCUR;
+                      then "supplier", number, name, IBAN, BIC
+  sepa-settings NIF8 YYYY [--suffix XXX] [--versions classic|current]
+                      the creditor identifier's suffix (000 by default) and the file
+                      versions (classic: pain.008.001.02 and pain.001.001.03; current:
+                      .08 and .09); prints the creditor identifier and both versions
   draft NIF8 YYYY collections|payments [--empty] [--open]
                       the draft of a run screen and its total; --empty takes every
                       receipt back out of it first; --open lists the open receipts instead.
@@ -330,6 +363,12 @@ summary, one "name<TAB>value" a line):
   book trial-balance NIF8 YYYY [--date DD/MM/YYYY] (--pdf FILE | --text)
                       (treasury control only) the summary of balances: one line a large
                       group of accounts with its debit or credit balance, then the totals.
+Bank statements (Norma 43, AEB cuaderno 43):
+  n43-show FILE       reads and checks a statement (code page 850 or Latin-1): one
+                      "account" line (number, name, from, to, opening and closing balance,
+                      currency), then its movements: line, date, value date, common and own
+                      concept, amount (money out negative), document, references, concepts.
+                      A file whose totals do not hold is refused, saying which and where.
 VERI*FACTU invoicing records (of the whole company, every exercise in one chain). Every
 invoice posted, changed or deleted leaves its record in the company's verifactu.mdb, in the
 same transaction as the invoice's rows:

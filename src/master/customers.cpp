@@ -1,5 +1,8 @@
 #include "customers.h"
 
+#include "banking/account_numbers.h"
+#include "banking/bank_file.h"
+
 #include "context/common_helpers.h"
 #include "context/dialogs.h"
 #include "context/messages.h"
@@ -27,6 +30,17 @@ void readCommercial(const WorkingContext& ctx, Customer& c) {
     c.formaPago = detail::textOf(st, QStringLiteral("FormaPago"));
     c.entidad = detail::textOf(st, QStringLiteral("Entidad"));
     c.ccc = detail::textOf(st, QStringLiteral("ccc"));
+}
+
+void showMandate(Customer& c, const std::optional<banking::Mandate>& m) {
+    c.mandatoReferencia = m ? m->reference : QString();
+    c.mandatoFirma = m ? Format_Data(m->signedOn) : QString();
+    c.mandatoRecurrente = m && m->recurrent;
+}
+
+void readMandate(const WorkingContext& ctx, Customer& c) {
+    if (const auto client = detail::wholeNumberOf(c.client))
+        showMandate(c, banking::mandateOf(ctx, *client));
 }
 
 // A customer from the current row of a select on Clients; saldo only with treasury.
@@ -60,7 +74,10 @@ std::optional<Customer> firstCustomer(const WorkingContext& ctx, const QString& 
         if (!st.next()) return std::nullopt;
         c = readCustomer(ctx, st);
     }
-    if (ctx.Facturacio) readCommercial(ctx, c);
+    if (ctx.Facturacio) {
+        readCommercial(ctx, c);
+        readMandate(ctx, c);
+    }
     return c;
 }
 
@@ -104,11 +121,16 @@ std::vector<Customer> customerRecords(const WorkingContext& ctx) {
     }
     Statement st = d.prepare(QStringLiteral("select ") + columns +
                              QStringLiteral(" from Clients order by nom asc, client asc"));
+    const auto mandates =
+        ctx.Facturacio ? banking::mandatesByClient(ctx) : QHash<std::int64_t, banking::Mandate>{};
     while (st.next()) {
         Customer c = readCustomer(ctx, st);
         c.formaPago = detail::textOf(st, QStringLiteral("k_FormaPago"));
         c.entidad = detail::textOf(st, QStringLiteral("k_Entidad"));
         c.ccc = detail::textOf(st, QStringLiteral("k_ccc"));
+        if (const auto client = detail::wholeNumberOf(c.client);
+            client && mandates.contains(*client))
+            showMandate(c, mandates.value(*client));
         customers.push_back(std::move(c));
     }
     return customers;
@@ -140,12 +162,45 @@ Outcome saveCustomer(const WorkingContext& ctx, Dialogs& dialogs, Customer& c, b
             return detail::refuseBadNumber(ctx, dialogs, 6742, c.saldo, QStringLiteral("txtsaldo"));
     }
 
+    std::optional<banking::Mandate> mandate;
+    if (ctx.Facturacio) {
+        c.ccc = banking::storedAccount(c.ccc);
+        c.mandatoReferencia = c.mandatoReferencia.trimmed();
+        if (!c.mandatoReferencia.isEmpty()) {
+            const QDate signedOn =
+                QDate::fromString(c.mandatoFirma.trimmed(), QStringLiteral("dd/MM/yyyy"));
+            if (!signedOn.isValid()) {
+                dialogs.stop(fixedText(ctx, "Fecha de firma del mandato INCORRECTA: ",
+                                       "Data de signatura del mandat INCORRECTA: ") +
+                             c.mandatoFirma);
+                return Outcome::refused(QStringLiteral("txtMandatoFirma"));
+            }
+            mandate = banking::Mandate{c.mandatoReferencia, signedOn, c.mandatoRecurrente};
+        }
+    }
+
     detail::Notices notices;
     const Outcome outcome = detail::guarded(dialogs, [&]() -> Outcome {
         Database d = Database::open(ctx.exerciseFile(db::Gest));
         if (isNew && detail::anyRow(d, QStringLiteral("select * from Clients where nom=?"), c.nom))
             return detail::refuse(ctx, dialogs, 6843, QStringLiteral("txtnom"));
-        if (ctx.Facturacio) d.attach(ctx.companyFile(db::Fact), QStringLiteral("fact"));
+        if (ctx.Facturacio) {
+            d.attach(ctx.companyFile(db::Fact), QStringLiteral("fact"));
+            banking::attachBankFile(ctx, d);
+            if (mandate) {
+                Statement taken = d.prepare(QStringLiteral(
+                    "select Client from banco.Mandatos where Referencia = ? and Client <> ?"));
+                taken.bind(1, mandate->reference);
+                detail::bindKey(taken, 2, isNew ? QStringLiteral("0") : c.client);
+                if (taken.next()) {
+                    dialogs.stop(
+                        fixedText(ctx, "Otro cliente tiene ya un mandato con esa referencia: ",
+                                  "Un altre client ja té un mandat amb aquesta referència: ") +
+                        mandate->reference);
+                    return Outcome::refused(QStringLiteral("txtMandatoReferencia"));
+                }
+            }
+        }
         const bool salesFile = !isNew && detail::attachIfPresent(d, ctx.exerciseFile(db::FrasOut),
                                                                  QStringLiteral("fo"));
         const bool provisionsFile =
@@ -183,7 +238,10 @@ Outcome saveCustomer(const WorkingContext& ctx, Dialogs& dialogs, Customer& c, b
 
         std::optional<std::int64_t> client =
             isNew ? std::optional(d.lastInsertId()) : detail::wholeNumberOf(c.client);
-        if (ctx.Facturacio && client) rebuildCommercial(d, c, *client, !isNew);
+        if (ctx.Facturacio && client) {
+            rebuildCommercial(d, c, *client, !isNew);
+            banking::storeMandate(d, *client, mandate);
+        }
         notices.add(ctx, 314, affected);
 
         if (!isNew) {
@@ -230,6 +288,7 @@ Outcome deleteCustomer(const WorkingContext& ctx, Dialogs& dialogs, const QStrin
         Database d = Database::open(ctx.exerciseFile(db::Gest));
         const bool billing = ctx.Facturacio && detail::attachIfPresent(d, ctx.companyFile(db::Fact),
                                                                        QStringLiteral("fact"));
+        if (billing) banking::attachBankFile(ctx, d);
         store::Transaction tx(d);
         Statement del = d.prepare(QStringLiteral("delete from Clients where client = ?"));
         detail::bindKey(del, 1, client);
@@ -239,6 +298,8 @@ Outcome deleteCustomer(const WorkingContext& ctx, Dialogs& dialogs, const QStrin
                 d.prepare(QStringLiteral("delete from fact.comercial_clientes where Client = ?"));
             detail::bindKey(com, 1, client);
             com.execute();
+            if (const auto number = detail::wholeNumberOf(client))
+                banking::storeMandate(d, *number, std::nullopt);
         }
         tx.commit();
         return Outcome::wrote(affected);

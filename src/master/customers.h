@@ -32,6 +32,10 @@ struct Customer {
     QString saldo;  // opening balance, as Format_Import shows it; only with Tesoreria
     // comercial_clientes, only with Facturacio
     QString formaPago, entidad, ccc;
+    // The SEPA mandate (banco.mdb), with the commercial fields: a blank reference means none.
+    QString mandatoReferencia;
+    QString mandatoFirma;            // dd/mm/yyyy
+    bool mandatoRecurrente = false;  // a first collection has gone to the bank
 };
 
 // OMPLE_LLISTA: every customer's name, in order of name (duplicates kept).
@@ -58,12 +62,17 @@ std::optional<Customer> customerByNumber(const WorkingContext& ctx, const QStrin
 // fault of the store. A change then spreads the name to FrasOut.nomclient and to the Tipus
 // 'P' rows of Suplidos. Shown: 314 with the count, and after a change 327 with the count of
 // FrasOut and 327 with that of Suplidos. A new customer gets its number in c.client.
+// With Facturacio, a Spanish IBAN in ccc is stored as the CCC inside it (storedAccount), and
+// the mandate is written to banco.mdb in the same transaction; refused first: a reference
+// with a signature date that is not a date ("txtMandatoFirma"), or that another customer's
+// mandate has ("txtMandatoReferencia").
 Outcome saveCustomer(const WorkingContext& ctx, Dialogs& dialogs, Customer& c, bool isNew);
 
 // Esborrar: asks 309 + 25 (No: declined, the store untouched), then refuses with 310
 // (sales in FrasOut, whatever the options), 6838 (treasury movements, then portfolio
 // receipts, only with Tesoreria) or 6839 (billing documents, only with Facturacio), in
-// that order; otherwise deletes the customer and, with Facturacio, its commercial row, and
+// that order; otherwise deletes the customer and, with Facturacio, its commercial row and
+// its mandate, and
 // tells the count of customers deleted (311). Without Tesoreria the receipts stay orphaned.
 Outcome deleteCustomer(const WorkingContext& ctx, Dialogs& dialogs, const QString& client);
 

@@ -1,5 +1,8 @@
 #include "suppliers.h"
 
+#include "banking/account_numbers.h"
+#include "banking/bank_file.h"
+
 #include "context/common_helpers.h"
 #include "context/dialogs.h"
 #include "context/messages.h"
@@ -38,7 +41,14 @@ std::optional<Supplier> firstSupplier(const WorkingContext& ctx, const QString& 
     Statement st = d.prepare(sql);
     st.bind(1, key);
     if (!st.next()) return std::nullopt;
-    return readSupplier(ctx, st);
+    Supplier s = readSupplier(ctx, st);
+    if (ctx.Tesoreria)
+        if (const auto number = detail::wholeNumberOf(s.proveidor)) {
+            const banking::SupplierAccount account = banking::supplierAccountOf(ctx, *number);
+            s.iban = banking::groupedAccount(account.iban);
+            s.bic = account.bic;
+        }
+    return s;
 }
 
 }  // namespace
@@ -53,7 +63,16 @@ std::vector<Supplier> supplierRecords(const WorkingContext& ctx) {
     Database d = Database::open(ctx.exerciseFile(db::Gest));
     Statement st =
         d.prepare(QStringLiteral("select * from Proveidors order by nom asc, proveidor asc"));
-    while (st.next()) suppliers.push_back(readSupplier(ctx, st));
+    const auto accounts = ctx.Tesoreria ? banking::supplierAccounts(ctx)
+                                        : QHash<std::int64_t, banking::SupplierAccount>{};
+    while (st.next()) {
+        Supplier s = readSupplier(ctx, st);
+        if (const auto number = detail::wholeNumberOf(s.proveidor)) {
+            s.iban = banking::groupedAccount(accounts.value(*number).iban);
+            s.bic = accounts.value(*number).bic;
+        }
+        suppliers.push_back(std::move(s));
+    }
     return suppliers;
 }
 
@@ -76,6 +95,15 @@ Outcome saveSupplier(const WorkingContext& ctx, Dialogs& dialogs, Supplier& s, b
     detail::sanitise({&s.nom, &s.direccio, &s.poblacio, &s.provincia, &s.cp, &s.nif, &s.telefon,
                       &s.fax, &s.email, &s.web, &s.saldo});
     if (s.saldo.isEmpty()) s.saldo = QStringLiteral("0");
+    if (ctx.Tesoreria && !compactCode(s.iban).isEmpty()) {
+        // Transfers go to this account: a number that fails its check is not kept.
+        const auto iban = banking::ibanOfAccount(s.iban);
+        if (!iban) {
+            dialogs.stop(banking::accountWarning(ctx, s.iban) + QStringLiteral(" ") + s.iban);
+            return Outcome::refused(QStringLiteral("txtIBAN"));
+        }
+        s.iban = banking::groupedAccount(*iban);
+    }
     // The balance is only written with the treasury option, so only then must it be an amount.
     std::optional<Money> saldo;
     if (ctx.Tesoreria) {
@@ -95,6 +123,7 @@ Outcome saveSupplier(const WorkingContext& ctx, Dialogs& dialogs, Supplier& s, b
             detail::attachIfPresent(d, ctx.exerciseFile(db::FrasIn), QStringLiteral("fi"));
         const bool provisionsFile =
             !isNew && detail::attachIfPresent(d, ctx.exerciseFile(db::Supl), QStringLiteral("su"));
+        if (ctx.Tesoreria) banking::attachBankFile(ctx, d);
 
         store::Transaction tx(d);
         QString sql;
@@ -124,7 +153,11 @@ Outcome saveSupplier(const WorkingContext& ctx, Dialogs& dialogs, Supplier& s, b
         if (saldo) st.bind(++i, *saldo);
         if (!isNew) detail::bindKey(st, ++i, s.proveidor);
         const int affected = st.execute();
+        const auto number =
+            isNew ? std::optional(d.lastInsertId()) : detail::wholeNumberOf(s.proveidor);
         notices.add(ctx, 314, affected);
+        if (ctx.Tesoreria && number)
+            banking::storeSupplierAccount(d, *number, {compactCode(s.iban), compactCode(s.bic)});
 
         if (!isNew) {
             // Purchases and disbursements carry the name; movements and receipts the number.
@@ -141,7 +174,7 @@ Outcome saveSupplier(const WorkingContext& ctx, Dialogs& dialogs, Supplier& s, b
                                            s.nom, s.proveidor));
         }
         tx.commit();
-        if (isNew) s.proveidor = QString::number(d.lastInsertId());
+        if (isNew) s.proveidor = QString::number(*number);
         return Outcome::wrote(affected);
     });
     if (outcome.done()) notices.show(dialogs);
@@ -165,9 +198,15 @@ Outcome deleteSupplier(const WorkingContext& ctx, Dialogs& dialogs, const QStrin
         }
         // Disbursements do not keep a supplier: Suplidos holds the name it had.
         Database d = Database::open(ctx.exerciseFile(db::Gest));
+        const auto number = detail::wholeNumberOf(proveidor);
+        if (ctx.Tesoreria && number) banking::attachBankFile(ctx, d);
+        store::Transaction tx(d);
         Statement del = d.prepare(QStringLiteral("delete from Proveidors where proveidor = ?"));
         detail::bindKey(del, 1, proveidor);
-        return Outcome::wrote(del.execute());
+        const int affected = del.execute();
+        if (ctx.Tesoreria && number) banking::storeSupplierAccount(d, *number, {});
+        tx.commit();
+        return Outcome::wrote(affected);
     });
 }
 

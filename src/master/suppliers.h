@@ -17,6 +17,9 @@ struct Supplier {
     QString proveidor;  // number given by the store; empty for a new supplier
     QString nom, nif, direccio, poblacio, provincia, cp, telefon, fax, email, web;
     QString saldo;  // as Format_Import shows it; only with Tesoreria
+    // The account transfers are made to (banco.mdb), only with Tesoreria: an IBAN, or a CCC
+    // that is saved as its IBAN; the BIC is optional.
+    QString iban, bic;
 };
 
 // OMPLE_LLISTA: every supplier's name, in order of name.

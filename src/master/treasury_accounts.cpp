@@ -1,5 +1,7 @@
 #include "treasury_accounts.h"
 
+#include "banking/account_numbers.h"
+
 #include "context/common_helpers.h"
 #include "context/dialogs.h"
 #include "context/messages.h"
@@ -89,6 +91,7 @@ Outcome saveTreasuryAccount(const WorkingContext& ctx, Dialogs& dialogs, Treasur
     if (t.entidad.trimmed().isEmpty())
         return detail::refuse(ctx, dialogs, 6654, QStringLiteral("txtcuenta"));
     detail::sanitise({&t.entidad, &t.ccc, &t.saldo});
+    t.ccc = banking::storedAccount(t.ccc);
     if (t.saldo.isEmpty()) t.saldo = QStringLiteral("0");
     const auto saldo = detail::amountOf(ctx, t.saldo);
     if (!saldo)

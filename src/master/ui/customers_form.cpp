@@ -1,5 +1,6 @@
 #include "customers_form.h"
 
+#include "account_field.h"
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/working_context.h"
@@ -56,7 +57,8 @@ frmclients::frmclients(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
         Tabula_->setObjectName(QStringLiteral("Tabula"));
         Tabula_->addTab(data, m(6947));
         Tabula_->addTab(buildCommercial(), m(6948));
-        ring << txtFacturacionFormadePago_ << txtFacturacionEntidadBancaria_ << txtFacturacionCCC_;
+        ring << txtFacturacionFormadePago_ << txtFacturacionEntidadBancaria_ << txtFacturacionCCC_
+             << txtMandatoReferencia_ << txtMandatoFirma_ << chkMandatoRecurrente_;
         detail = Tabula_;
     }
     // The tax number goes back to the balance, or to the web when there is no balance.
@@ -124,7 +126,29 @@ QWidget* frmclients::buildCommercial() {
         grid.line(QStringLiteral("txtFacturacionFormadePago"), m(6949), 40, {}, true);
     txtFacturacionEntidadBancaria_ =
         grid.line(QStringLiteral("txtFacturacionEntidadBancaria"), m(6950), 40, {}, true);
-    txtFacturacionCCC_ = grid.line(QStringLiteral("txtFacturacionCCC"), m(6658), 20, {}, true);
+    // Room for an IBAN in groups: a Spanish one is saved as the CCC inside it.
+    txtFacturacionCCC_ = grid.line(QStringLiteral("txtFacturacionCCC"), m(6658), 42, {}, true);
+    addAccountChecks(ctx_, grid, txtFacturacionCCC_);
+    grid.endRow();
+    auto* mandate = new QLabel(
+        fixedText(ctx_, "Mandato SEPA de adeudo directo", "Mandat SEPA de domiciliació"), frame);
+    mandate->setObjectName(QStringLiteral("lblMandato"));
+    QFont bold = mandate->font();
+    bold.setBold(true);
+    mandate->setFont(bold);
+    grid.add(mandate, QString(), true);
+    txtMandatoReferencia_ = grid.line(QStringLiteral("txtMandatoReferencia"),
+                                      fixedText(ctx_, "Referencia", "Referència"), 35, {}, true);
+    txtMandatoFirma_ = grid.line(QStringLiteral("txtMandatoFirma"),
+                                 fixedText(ctx_, "Fecha de firma", "Data de signatura"), 10,
+                                 QStringLiteral("dd/mm/aaaa"));
+    grid.endRow();
+    chkMandatoRecurrente_ =
+        new QCheckBox(fixedText(ctx_, "Recurrente: el primer adeudo ya se ha enviado",
+                                "Recurrent: el primer rebut ja s'ha enviat"),
+                      frame);
+    chkMandatoRecurrente_->setObjectName(QStringLiteral("chkMandatoRecurrente"));
+    grid.add(chkMandatoRecurrente_, QString(), true);
     grid.finish();
     return frame;
 }
@@ -158,6 +182,9 @@ void frmclients::display(const master::Customer& c) {
         txtFacturacionFormadePago_->setText(c.formaPago);
         txtFacturacionEntidadBancaria_->setText(c.entidad);
         txtFacturacionCCC_->setText(c.ccc);
+        txtMandatoReferencia_->setText(c.mandatoReferencia);
+        txtMandatoFirma_->setText(c.mandatoFirma);
+        chkMandatoRecurrente_->setChecked(c.mandatoRecurrente);
     }
 }
 
@@ -184,6 +211,9 @@ master::Customer frmclients::typed() const {
         c.formaPago = txtFacturacionFormadePago_->text();
         c.entidad = txtFacturacionEntidadBancaria_->text();
         c.ccc = txtFacturacionCCC_->text();
+        c.mandatoReferencia = txtMandatoReferencia_->text();
+        c.mandatoFirma = txtMandatoFirma_->text();
+        c.mandatoRecurrente = chkMandatoRecurrente_->isChecked();
     }
     return c;
 }

@@ -39,6 +39,9 @@ private:
     QLineEdit* txtFacturacionFormadePago_ = nullptr;
     QLineEdit* txtFacturacionEntidadBancaria_ = nullptr;
     QLineEdit* txtFacturacionCCC_ = nullptr;
+    QLineEdit* txtMandatoReferencia_ = nullptr;
+    QLineEdit* txtMandatoFirma_ = nullptr;
+    QCheckBox* chkMandatoRecurrente_ = nullptr;
 };
 
 }  // namespace tallora

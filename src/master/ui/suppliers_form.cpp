@@ -1,5 +1,6 @@
 #include "suppliers_form.h"
 
+#include "account_field.h"
 #include "context/messages.h"
 #include "context/working_context.h"
 #include "field_grid.h"
@@ -39,9 +40,14 @@ frmProveidors::frmProveidors(WorkingContext& ctx, Dialogs& dialogs, QWidget* par
     lbl_Saldo_ = frame->findChild<QLabel*>(QStringLiteral("lbl_txtsaldo"));
     lbl_Saldo_->setObjectName(QStringLiteral("lbl_Saldo"));
     ui::makeAmountField(ctx_, txtsaldo_);
+    grid.endRow();
+    // The account transfers to the supplier go to, kept in the company's bank file.
+    txtIBAN_ = grid.line(QStringLiteral("txtIBAN"), QStringLiteral("IBAN"), 42, {}, true);
+    addAccountChecks(ctx_, grid, txtIBAN_);
+    txtBIC_ = grid.line(QStringLiteral("txtBIC"), QStringLiteral("BIC"), 11);
     grid.finish();
     finishSetup(frame, {txtnom_, txtNIF_, txtdireccio_, txtpoblacio_, txtProvincia_, txtCP_,
-                        txttelefon_, txtFax_, txtEmail_, txtWeb_, txtsaldo_});
+                        txttelefon_, txtFax_, txtEmail_, txtWeb_, txtsaldo_, txtIBAN_, txtBIC_});
 }
 
 QStringList frmProveidors::listTexts() {
@@ -66,6 +72,8 @@ void frmProveidors::display(const master::Supplier& s) {
     txtEmail_->setText(s.email);
     txtWeb_->setText(s.web);
     txtsaldo_->setText(s.saldo);
+    txtIBAN_->setText(s.iban);
+    txtBIC_->setText(s.bic);
 }
 
 void frmProveidors::clearFields() {
@@ -86,6 +94,8 @@ master::Supplier frmProveidors::typed() const {
     s.email = txtEmail_->text();
     s.web = txtWeb_->text();
     s.saldo = txtsaldo_->text();
+    s.iban = txtIBAN_->text();
+    s.bic = txtBIC_->text();
     return s;
 }
 
@@ -101,6 +111,9 @@ master::Outcome frmProveidors::removeRecord(int) {
 }
 
 void frmProveidors::afterNeteja() {
+    // Transfers are made from the treasury's runs: without it the account has no use.
+    for (const char* name : {"txtIBAN", "lbl_txtIBAN", "txtIBANChecks", "txtBIC", "lbl_txtBIC"})
+        if (auto* w = findChild<QWidget*>(QString::fromLatin1(name))) w->setVisible(ctx_.Tesoreria);
     txtsaldo_->setVisible(ctx_.Tesoreria);
     lbl_Saldo_->setVisible(ctx_.Tesoreria);
 }

@@ -26,7 +26,7 @@ private:
     master::Supplier typed() const;
 
     QLineEdit *txtProv_, *txtnom_, *txtNIF_, *txtdireccio_, *txtpoblacio_, *txtProvincia_, *txtCP_,
-        *txttelefon_, *txtFax_, *txtEmail_, *txtWeb_, *txtsaldo_;
+        *txttelefon_, *txtFax_, *txtEmail_, *txtWeb_, *txtsaldo_, *txtIBAN_, *txtBIC_;
     QLabel* lbl_Saldo_;
 };
 

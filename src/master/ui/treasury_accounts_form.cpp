@@ -1,5 +1,6 @@
 #include "treasury_accounts_form.h"
 
+#include "account_field.h"
 #include "context/messages.h"
 #include "context/working_context.h"
 #include "field_grid.h"
@@ -40,7 +41,9 @@ frmTesoreria_cuentas::frmTesoreria_cuentas(WorkingContext& ctx, Dialogs& dialogs
     cmb_grupo_->addItem(m(6661), master::kGrupBancos);
     grid.add(cmb_grupo_, m(6659));
     grid.endRow();
-    txtccc_ = grid.line(QStringLiteral("txtccc"), m(6658), 20, {}, true);
+    // Room for an IBAN in groups: a Spanish one is saved as the CCC inside it.
+    txtccc_ = grid.line(QStringLiteral("txtccc"), m(6658), 42, {}, true);
+    addAccountChecks(ctx_, grid, txtccc_);
     txtsaldo_ =
         grid.line(QStringLiteral("txtsaldo"),
                   fixed(QStringLiteral("Saldo inicial"), QStringLiteral("Saldo inicial")), 20);
