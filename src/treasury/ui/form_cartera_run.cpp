@@ -9,17 +9,22 @@
 #include "store/store_error.h"
 #include "treasury/other_movements.h"
 #include "treasury/portfolio.h"
+#include "treasury/remittance.h"
 #include "widgets/entry_parts.h"
 #include "widgets/field_behaviour.h"
 #include "widgets/screen_style.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QDir>
+#include <QFileDialog>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -221,8 +226,54 @@ QWidget* FormCarteraRun::buildFooter() {
                     Qt::AlignRight);
     grid->addWidget(txtTotal_, 2, 3, Qt::AlignLeft);
     grid->addWidget(btnContabilizar_, 2, 4);
+    grid->addWidget(buildSepa(panel), 0, 4, 2, 1);
     grid->setColumnStretch(1, 1);
     return panel;
+}
+
+// The run sent to the bank: a SEPA file of the draft, for the bank to execute on its date.
+QWidget* FormCarteraRun::buildSepa(QWidget* panel) {
+    auto* box = new QWidget(panel);
+    box->setObjectName(QStringLiteral("frameSEPA"));
+    auto* layout = new QGridLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    chkSEPA_ = new QCheckBox(side_.debit ? fixedText(ctx_, "Remesa SEPA de adeudos (pain.008)",
+                                                     "Remesa SEPA de rebuts (pain.008)")
+                                         : fixedText(ctx_, "Transferencias SEPA (pain.001)",
+                                                     "Transferències SEPA (pain.001)"),
+                             box);
+    chkSEPA_->setObjectName(QStringLiteral("chkSEPA"));
+    FechaCargo_ = new QDateEdit(box);
+    FechaCargo_->setObjectName(QStringLiteral("FechaCargo"));
+    FechaCargo_->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
+    FechaCargo_->setCalendarPopup(true);
+    FechaCargo_->setDate(fecha_->date());
+    FechaCargo_->setEnabled(false);
+    auto* caption =
+        new QLabel(side_.debit ? fixedText(ctx_, "Fecha de cargo", "Data de càrrec")
+                               : fixedText(ctx_, "Fecha de ejecución", "Data d'execució"),
+                   box);
+    caption->setObjectName(QStringLiteral("lblFechaCargo"));
+    caption->setBuddy(FechaCargo_);
+    btnRemesas_ =
+        new QPushButton(fixedText(ctx_, "Ficheros enviados...", "Fitxers enviats..."), box);
+    btnRemesas_->setObjectName(QStringLiteral("btnRemesas"));
+    btnRemesas_->setAutoDefault(false);
+    layout->addWidget(chkSEPA_, 0, 0, 1, 2);
+    layout->addWidget(caption, 1, 0);
+    layout->addWidget(FechaCargo_, 1, 1);
+    layout->addWidget(btnRemesas_, 2, 0, 1, 2);
+    connect(chkSEPA_, &QCheckBox::toggled, FechaCargo_, &QWidget::setEnabled);
+    // The bank's date follows the run's until the user sets it apart.
+    connect(fecha_, &QDateEdit::dateChanged, FechaCargo_, [this](const QDate& date) {
+        if (FechaCargo_->date() < date) FechaCargo_->setDate(date);
+    });
+    connect(btnRemesas_, &QPushButton::clicked, this, [this] { Reescribe_Remesa(); });
+    askFilePath = [this](const QString& suggested) {
+        return QFileDialog::getSaveFileName(this, chkSEPA_->text(), suggested,
+                                            QStringLiteral("SEPA XML (*.xml)"));
+    };
+    return box;
 }
 
 QAction* FormCarteraRun::tool(const QString& key) const {
@@ -369,8 +420,12 @@ void FormCarteraRun::Contabilizar() {
         const auto refusal = treasury::checkRun(ctx_, dialogs_, side_, account, fecha_->date());
         if (refusal == treasury::RunRefusal::MonthLocked) fecha_->setFocus();
         if (refusal) return;
-        setStatus(Missatge(ctx_, 725));
-        treasury::postRun(ctx_, side_, *account, fecha_->date());
+        if (chkSEPA_->isChecked()) {
+            contabilizarRemesa(*account);
+        } else {
+            setStatus(Missatge(ctx_, 725));
+            treasury::postRun(ctx_, side_, *account, fecha_->date());
+        }
         setStatus(QString());
         DbGrid1_->setFocus();
     } catch (const store::StoreError& e) {
@@ -378,6 +433,59 @@ void FormCarteraRun::Contabilizar() {
         dialogs_.stop(e.message());
     }
     Llista_Cartera();
+}
+
+void FormCarteraRun::contabilizarRemesa(std::int64_t account) {
+    const QString suggested = QDir::home().filePath(
+        QStringLiteral("%1-%2.xml")
+            .arg(side_.debit ? QStringLiteral("remesa") : QStringLiteral("transferencias"),
+                 FechaCargo_->date().toString(QStringLiteral("yyyyMMdd"))));
+    const QString path = askFilePath(suggested);
+    if (path.isEmpty()) return;
+    setStatus(Missatge(ctx_, 725));
+    const treasury::RemittanceOutcome out = treasury::Contabilizar_Remesa(
+        ctx_, dialogs_, side_, account, fecha_->date(), FechaCargo_->date(), path);
+    if (out.refusal || out.stopped) return;
+    dialogs_.information(fixedText(ctx_, "Fichero SEPA %1 escrito: %2 recibos, %3.\n%4",
+                                   "Fitxer SEPA %1 escrit: %2 rebuts, %3.\n%4")
+                             .arg(out.remesa)
+                             .arg(out.count)
+                             .arg(Format_Import(ctx_, out.total), path));
+}
+
+void FormCarteraRun::Reescribe_Remesa() {
+    try {
+        QStringList items;
+        std::vector<std::int64_t> ids;
+        for (const treasury::RemittanceRecord& r : treasury::remittances(ctx_)) {
+            if (r.collections != side_.debit) continue;
+            items << QStringLiteral("%1  %2  %3  %4  %5")
+                         .arg(r.id)
+                         .arg(Format_Data(r.bankDate), r.format)
+                         .arg(r.count)
+                         .arg(Format_Import(ctx_, r.total));
+            ids.push_back(r.id);
+        }
+        if (items.isEmpty()) {
+            dialogs_.information(fixedText(ctx_, "Todavía no se ha enviado ningún fichero SEPA.",
+                                           "Encara no s'ha enviat cap fitxer SEPA."));
+            return;
+        }
+        bool ok = false;
+        const QString chosen = QInputDialog::getItem(
+            this, btnRemesas_->text(),
+            fixedText(ctx_,
+                      "Fichero que se volverá a escribir:", "Fitxer que es tornarà a escriure:"),
+            items, 0, false, &ok);
+        if (!ok) return;
+        const std::int64_t id = ids[static_cast<std::size_t>(items.indexOf(chosen))];
+        const QString path =
+            askFilePath(QDir::home().filePath(QStringLiteral("remesa-%1.xml").arg(id)));
+        if (path.isEmpty()) return;
+        treasury::rewriteRemittance(ctx_, id, path);
+    } catch (const store::StoreError& e) {
+        dialogs_.stop(e.message());
+    }
 }
 
 void FormCarteraRun::setStatus(const QString& text) {

@@ -12,7 +12,10 @@
 
 #include <QWidget>
 
+#include <functional>
+
 class QAction;
+class QCheckBox;
 class QComboBox;
 class QDateEdit;
 class QLabel;
@@ -43,6 +46,12 @@ public:
     QTableWidget* draftList() const { return DbGrid2_; }
     QAction* tool(const QString& key) const;
     QString statusText() const { return status_; }
+    // Where a SEPA file is saved: a save dialog, or what a test answers.
+    std::function<QString(const QString& suggested)> askFilePath;
+    // The run's SEPA step, for the screen's tests.
+    QCheckBox* sepaCheck() const { return chkSEPA_; }
+    QDateEdit* bankDate() const { return FechaCargo_; }
+    void Reescribe_Remesa();
 
 signals:
     void statusChanged(const QString& text);
@@ -55,6 +64,9 @@ protected:
 private:
     QWidget* buildLists();
     QWidget* buildFooter();
+    QWidget* buildSepa(QWidget* panel);
+    // The run with its SEPA file; false when the user stopped it.
+    void contabilizarRemesa(std::int64_t account);
     void fillParties();
     void fill(QTableWidget* grid, const std::vector<treasury::RunRow>& rows);
     std::optional<std::int64_t> selectedId(const QTableWidget* grid) const;
@@ -71,6 +83,9 @@ private:
     QLineEdit *txtCobrar_, *txtTotal_;
     QDateEdit* fecha_;
     QPushButton* btnContabilizar_;
+    QCheckBox* chkSEPA_;
+    QDateEdit* FechaCargo_;
+    QPushButton* btnRemesas_;
     QString status_;
 };
 

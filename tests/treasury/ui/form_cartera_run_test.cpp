@@ -12,7 +12,10 @@
 #include "treasury_exercise.h"
 #include "widgets/obre_ajuda.h"
 
+#include "banking/bank_file.h"
+
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QDir>
@@ -72,6 +75,7 @@ private slots:
     void aPaymentRunAndTheButtonsBetweenTheLists();
     void refusesWithoutAnAccountOrInALockedMonth();
     void escClosesAndF1OpensTheSidesPage();
+    void sendsTheRunToTheBankAsASepaFile();
 };
 
 void FormCarteraRunTest::collectsAPartialAndAFullReceiptFromTheKeyboard() {
@@ -212,6 +216,51 @@ void FormCarteraRunTest::escClosesAndF1OpensTheSidesPage() {
     QCOMPARE(statuses, QStringList{QStringLiteral("Descargando ...")});
     QVERIFY(!form.isVisible());
     ui::setPageOpener({});
+}
+
+void FormCarteraRunTest::sendsTheRunToTheBankAsASepaFile() {
+    Exercise x;
+    x.ctx.EmpresaNIF = QStringLiteral("B12345678");
+    x.ctx.EmpresaNom = QStringLiteral("Fusteria Pons");
+    x.run(x.file("tesorer.mdb"), "update entidades set ccc = '21000418450200051332' where Id = 5");
+    {
+        store::Database d = store::Database::open(x.file("tesorer.mdb"));
+        banking::attachBankFile(x.ctx, d);
+        banking::storeMandate(d, 1, banking::Mandate{"BAR-1", QDate(2025, 1, 2), false});
+    }
+    schema::createTables(x.ctx.companyFile(QStringLiteral("fact.mdb")), QStringLiteral("fact.mdb"),
+                         {QStringLiteral("comercial_clientes")});
+    x.run(x.ctx.companyFile(QStringLiteral("fact.mdb")),
+          "insert into comercial_clientes (Client, ccc) values (1, '12341234161234567890')");
+    FormCarteraCobrar form(x.ctx, x.dialogs);
+    show(form);
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("remesa.xml"));
+    QString suggested;
+    form.askFilePath = [&](const QString& s) {
+        suggested = s;
+        return path;
+    };
+    QVERIFY(!form.bankDate()->isEnabled());
+    form.sepaCheck()->setChecked(true);
+    QVERIFY(form.bankDate()->isEnabled());
+    form.tool(QStringLiteral("Passa_Recibo"))->trigger();
+    auto* account = child<QComboBox>(&form, "cmbEntitats");
+    account->setCurrentIndex(account->findText(QStringLiteral("BANCO NORTE")));
+    child<QDateEdit>(&form, "FechaCobro")->setDate(QDate(2026, 3, 10));
+    form.bankDate()->setDate(QDate(2026, 3, 14));
+    QTest::mouseClick(child<QPushButton>(&form, "btnContabilizar"), Qt::LeftButton);
+    QVERIFY2(QFile::exists(path), qPrintable(x.dialogs.lastText()));
+    QVERIFY(suggested.endsWith(QStringLiteral("remesa-20260314.xml")));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray xml = file.readAll();
+    QVERIFY(xml.contains("<ReqdColltnDt>2026-03-14</ReqdColltnDt>"));
+    QVERIFY(xml.contains("<CtrlSum>121.00</CtrlSum>"));
+    QVERIFY(x.dialogs.lastText().contains(path));
+    QCOMPARE(x.rows(x.file("tesorer.mdb"), "select data, D from movimientos"),
+             QStringList{"2026-03-10|1210000"});
+    QCOMPARE(form.draftList()->rowCount(), 0);
 }
 
 QTEST_MAIN(FormCarteraRunTest)
