@@ -352,6 +352,28 @@ std::vector<GalleryScreen> screenGallery() {
             QStringLiteral("frmTesoreria_otrascuentas"), changing));
         screens.push_back(masterScreen<frmReferencias>(QStringLiteral("frmReferencias"), changing));
     }
+    // The commercial tab of a customer being changed, with a SEPA mandate and an account.
+    screens.push_back(
+        {QStringLiteral("frmclients_mandate"), [](WorkingContext& ctx) {
+             openExercise(ctx);
+             ctx.Tesoreria = true;
+             ctx.Facturacio = true;
+             auto screen = std::make_unique<frmclients>(ctx, dialogs());
+             screen->resize(980, 620);
+             screen->list()->setCurrentRow(0);
+             screen->Modificar();
+             screen->findChild<QTabWidget*>(QStringLiteral("Tabula"))->setCurrentIndex(1);
+             const auto set = [&](const char* name, const char* text) {
+                 screen->findChild<QLineEdit*>(QLatin1String(name))
+                     ->setText(QString::fromUtf8(text));
+             };
+             set("txtFacturacionFormadePago", "Recibo domiciliado");
+             set("txtFacturacionEntidadBancaria", "CaixaBank");
+             set("txtFacturacionCCC", "2100 0418 45 0200051331");
+             set("txtMandatoReferencia", "CLI-0001-2025");
+             set("txtMandatoFirma", "15/01/2025");
+             return std::unique_ptr<QWidget>(std::move(screen));
+         }});
     addSalesScreens(screens, openExercise, dialogs());
     addPurchasesScreens(screens, openExercise, dialogs());
     addTreasuryScreens(screens, openExercise, dialogs());

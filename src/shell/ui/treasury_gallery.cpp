@@ -10,6 +10,7 @@
 #include "treasury/ui/frm_tesoreria_otros.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QLineEdit>
@@ -22,8 +23,10 @@ namespace {
 // then the first open receipt put in it in part and the next in full, and the bank chosen.
 template <class Screen>
 GalleryScreen runScreen(const treasury::RunSide& side,
-                        std::function<void(WorkingContext&)> openExercise, Dialogs& dialogs) {
-    return {QLatin1String(side.screen), [&side, openExercise, &dialogs](WorkingContext& ctx) {
+                        std::function<void(WorkingContext&)> openExercise, Dialogs& dialogs,
+                        bool sepa = false) {
+    return {QLatin1String(side.screen) + (sepa ? QStringLiteral("_sepa") : QString()),
+            [&side, openExercise, &dialogs, sepa](WorkingContext& ctx) {
                 openExercise(ctx);
                 ctx.Tesoreria = true;
                 treasury::Buida_Borrador(ctx, side);
@@ -37,6 +40,8 @@ GalleryScreen runScreen(const treasury::RunSide& side,
                 auto* accounts =
                     screen->template findChild<QComboBox*>(QStringLiteral("cmbEntitats"));
                 accounts->setCurrentIndex(accounts->count() - 1);
+                // The run's SEPA step, as the user sees it when sending the draft to the bank.
+                if (sepa) screen->sepaCheck()->setChecked(true);
                 return std::unique_ptr<QWidget>(std::move(screen));
             }};
 }
@@ -136,6 +141,10 @@ void addTreasuryScreens(std::vector<GalleryScreen>& screens,
                         std::function<void(WorkingContext&)> openExercise, Dialogs& dialogs) {
     screens.push_back(runScreen<FormCarteraCobrar>(treasury::kCollections, openExercise, dialogs));
     screens.push_back(runScreen<FormCarteraPagar>(treasury::kPayments, openExercise, dialogs));
+    screens.push_back(
+        runScreen<FormCarteraCobrar>(treasury::kCollections, openExercise, dialogs, true));
+    screens.push_back(
+        runScreen<FormCarteraPagar>(treasury::kPayments, openExercise, dialogs, true));
     screens.push_back(treasuryScreen<FrmTesoreriaOtros>("FrmTesoreriaOtros", openExercise, dialogs,
                                                         typeWithdrawal));
     screens.push_back(treasuryScreen<FormConsOtros>("FormConsOtros", openExercise, dialogs,
