@@ -41,11 +41,11 @@ struct Movement {
     Money d, h;
 };
 
-std::optional<Movement> readMovement(const WorkingContext& ctx, std::int64_t id) {
-    store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
+// Through a connection whose main file is tesorer.mdb.
+std::optional<Movement> readMovement(store::Database& db, std::int64_t id) {
     store::Statement st = db.prepare(
         QStringLiteral("select entidad, cliente, proveedor, FrasIn, FrasOut, Supl, Otros, "
-                       "concepto, D, H from movimientos where Id = ?"));
+                       "concepto, D, H from main.movimientos where Id = ?"));
     st.bind(1, id);
     if (!st.next()) return std::nullopt;
     return Movement{st.int64(0), st.int64(1), st.int64(2), st.int64(3),
@@ -64,12 +64,20 @@ store::Database openInvoiceSide(const WorkingContext& ctx, const schema::MoneySi
     return db;
 }
 
-void unsettle(store::Database& db, const schema::MoneySide& side, std::int64_t ordre) {
+// `file` is the invoice file's name on the connection: main, or an alias.
+void unsettle(store::Database& db, const schema::MoneySide& side, std::int64_t ordre,
+              const QString& file = QStringLiteral("main")) {
     const bool sale = &side == &schema::kSaleSide;
-    db.prepare(sale ? QStringLiteral("update main.FrasOut set Cobrada = 0 where Ordre = ?")
-                    : QStringLiteral("update main.FrasIN set Pagada = 0 where Ordre = ?"))
+    db.prepare((sale ? QStringLiteral("update %1.FrasOut set Cobrada = 0 where Ordre = ?")
+                     : QStringLiteral("update %1.FrasIN set Pagada = 0 where Ordre = ?"))
+                   .arg(file))
         .bind(1, ordre)
         .execute();
+}
+
+// A return of a return, or of a movement of no invoice, does nothing.
+bool returnable(const Movement& m) {
+    return m.concepto.left(7) != QLatin1String("Devoluc") && (m.frasOut != 0 || m.frasIn != 0);
 }
 
 }  // namespace
@@ -189,7 +197,10 @@ std::vector<StatementLine> Busca_Extracto(const WorkingContext& ctx,
 }
 
 bool deleteMovement(const WorkingContext& ctx, Dialogs& dialogs, std::int64_t id) {
-    const std::optional<Movement> m = readMovement(ctx, id);
+    const std::optional<Movement> m = [&] {
+        store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
+        return readMovement(db, id);
+    }();
     if (!m) return false;
     if (m->frasOut != 0 || m->frasIn != 0) {
         const schema::MoneySide& side = m->frasOut != 0 ? schema::kSaleSide : schema::kPurchaseSide;
@@ -229,9 +240,23 @@ bool deleteMovement(const WorkingContext& ctx, Dialogs& dialogs, std::int64_t id
 
 std::optional<std::int64_t> returnReceipt(const WorkingContext& ctx, std::int64_t id,
                                           const QDate& date) {
-    const std::optional<Movement> m = readMovement(ctx, id);
-    if (!m || m->concepto.left(7) == QLatin1String("Devoluc")) return std::nullopt;
-    if (m->frasOut == 0 && m->frasIn == 0) return std::nullopt;
+    store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
+    const std::optional<Movement> m = readMovement(db, id);
+    if (!m || !returnable(*m)) return std::nullopt;
+    const bool sale = m->frasOut != 0;
+    db.attach(ctx.companyFile(Cartera), QStringLiteral("cartera"));
+    db.attach(ctx.exerciseFile(sale ? schema::db::FrasOut : schema::db::FrasIn),
+              sale ? kSalesInvoices : kPurchaseInvoices);
+    store::Transaction tx(db, store::Transaction::Kind::Immediate);
+    const std::optional<std::int64_t> made = writeReturn(db, ctx, id, date);
+    tx.commit();
+    return made;
+}
+
+std::optional<std::int64_t> writeReturn(store::Database& db, const WorkingContext& ctx,
+                                        std::int64_t id, const QDate& date) {
+    const std::optional<Movement> m = readMovement(db, id);
+    if (!m || !returnable(*m)) return std::nullopt;
     const bool sale = m->frasOut != 0;
     const schema::MoneySide& side = sale ? schema::kSaleSide : schema::kPurchaseSide;
     const std::int64_t ordre = sale ? m->frasOut : m->frasIn;
@@ -239,9 +264,7 @@ std::optional<std::int64_t> returnReceipt(const WorkingContext& ctx, std::int64_
     const Money amount = sale ? m->d : m->h;
     const QString party_ = QLatin1String(side.party), invoice = QLatin1String(side.invoice);
 
-    store::Database db = openInvoiceSide(ctx, side);
-    store::Transaction tx(db, store::Transaction::Kind::Immediate);
-    unsettle(db, side, ordre);
+    unsettle(db, side, ordre, sale ? kSalesInvoices : kPurchaseInvoices);
     bool held = false;
     {
         store::Statement st = db.prepare(
@@ -279,7 +302,7 @@ std::optional<std::int64_t> returnReceipt(const WorkingContext& ctx, std::int64_
          m->concepto)
             .left(schema::kConceptLength);
     db.prepare(
-          QStringLiteral("insert into tesorer.movimientos (data, entidad, %1, %2, concepto, D, H) "
+          QStringLiteral("insert into main.movimientos (data, entidad, %1, %2, concepto, D, H) "
                          "values (?, ?, ?, ?, ?, ?, ?)")
               .arg(party_, invoice))
         .bind(1, date)
@@ -290,9 +313,7 @@ std::optional<std::int64_t> returnReceipt(const WorkingContext& ctx, std::int64_
         .bind(6, sale ? Money{} : amount)
         .bind(7, sale ? amount : Money{})
         .execute();
-    const std::int64_t made = db.lastInsertId();
-    tx.commit();
-    return made;
+    return db.lastInsertId();
 }
 
 namespace {

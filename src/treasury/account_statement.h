@@ -11,6 +11,7 @@
 // store::StoreError.
 #include "context/fwd.h"
 #include "context/money.h"
+#include "store/database.h"
 
 #include <QDate>
 #include <QString>
@@ -63,6 +64,15 @@ bool deleteMovement(const WorkingContext& ctx, Dialogs& dialogs, std::int64_t id
 // contrary movement's Id when one was written.
 std::optional<std::int64_t> returnReceipt(const WorkingContext& ctx, std::int64_t id,
                                           const QDate& date);
+
+// The aliases of the exercise's invoice files on a connection whose main file is tesorer.mdb.
+inline const QString kSalesInvoices = QStringLiteral("frasout");
+inline const QString kPurchaseInvoices = QStringLiteral("frasin");
+// returnReceipt's writes through `db` inside the caller's transaction: `db` is tesorer.mdb
+// with the company's cartera.mdb attached as "cartera" and the invoice file of the
+// movement's side under its alias above.
+std::optional<std::int64_t> writeReturn(store::Database& db, const WorkingContext& ctx,
+                                        std::int64_t id, const QDate& date);
 
 // The questions before Esborrar (815) and btnDevolucion (6987), the movement named under
 // them on three lines: its Id, counterpart and concept.

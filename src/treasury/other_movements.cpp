@@ -94,6 +94,12 @@ OtherPosting postOtherMovement(const WorkingContext& ctx, Dialogs& dialogs, Othe
 
     store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
     store::Transaction tx(db, store::Transaction::Kind::Immediate);
+    const std::int64_t asiento = writeOtherMovement(db, e, *importe);
+    tx.commit();
+    return {std::nullopt, asiento};
+}
+
+std::int64_t writeOtherMovement(store::Database& db, const OtherMovement& e, Money importe) {
     std::int64_t asiento = 0;
     if (e.asiento) {
         // A change is a delete and an insert under the same number.
@@ -109,7 +115,7 @@ OtherPosting postOtherMovement(const WorkingContext& ctx, Dialogs& dialogs, Othe
         .bind(1, asiento)
         .bind(2, e.data)
         .bind(3, e.concepto)
-        .bind(4, *importe)
+        .bind(4, importe)
         .bind(5, e.saleTesoreria)
         .bind(6, e.saleOtra)
         .bind(7, e.entraTesoreria)
@@ -118,11 +124,10 @@ OtherPosting postOtherMovement(const WorkingContext& ctx, Dialogs& dialogs, Othe
     // The movement's cuenta is the other account of the opposite side, 0 between two
     // treasury accounts.
     if (e.saleTesoreria != 0)
-        insertMovement(db, e, asiento, e.saleTesoreria, e.entraOtra, {}, *importe);
+        insertMovement(db, e, asiento, e.saleTesoreria, e.entraOtra, {}, importe);
     if (e.entraTesoreria != 0)
-        insertMovement(db, e, asiento, e.entraTesoreria, e.saleOtra, *importe, {});
-    tx.commit();
-    return {std::nullopt, asiento};
+        insertMovement(db, e, asiento, e.entraTesoreria, e.saleOtra, importe, {});
+    return asiento;
 }
 
 std::optional<OtherMovement> loadOtherMovement(const WorkingContext& ctx, std::int64_t asiento) {

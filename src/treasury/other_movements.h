@@ -11,6 +11,7 @@
 #include "context/fwd.h"
 #include "context/money.h"
 #include "schema/inquiry_filter.h"
+#include "store/database.h"
 
 #include <QDate>
 #include <QString>
@@ -49,6 +50,10 @@ struct OtherPosting {
 
 // btnContabilizar: messages 6730, 6731 (stop icon), 6733, 6732, 622, then the entry.
 OtherPosting postOtherMovement(const WorkingContext& ctx, Dialogs& dialogs, OtherMovement entry);
+// The entry's rows written through `db` (tesorer.mdb as main) inside the caller's
+// transaction, once the checks have passed and the concept is clean: a changed entry
+// replaces its old rows under the same number. Gives the entry's number.
+std::int64_t writeOtherMovement(store::Database& db, const OtherMovement& entry, Money importe);
 
 // Calcula_Asiento: the highest number + 1, 1 on an empty table.
 std::int64_t Calcula_Asiento(const WorkingContext& ctx);

@@ -193,7 +193,7 @@ std::vector<Settlement> postRun(const WorkingContext& ctx, const RunSide& side,
 }
 
 std::vector<Settlement> settleDraft(store::Database& db, const RunSide& side, std::int64_t account,
-                                    const QDate& date) {
+                                    const QDate& date, const QString& invoices) {
     const QString party = QString::fromLatin1(side.party);
     const QString invoice = QString::fromLatin1(side.invoice);
     store::Statement draft = db.prepare(
@@ -205,12 +205,12 @@ std::vector<Settlement> settleDraft(store::Database& db, const RunSide& side, st
         QStringLiteral("insert into main.movimientos (data, entidad, %1, %2, concepto, D, H) "
                        "values (?, ?, ?, ?, ?, ?, ?)")
             .arg(party, invoice));
-    store::Statement settledFlag =
-        db.prepare(QStringLiteral("update fras.%1 set %2 = -1, Marca = -1 where Ordre = ?")
-                       .arg(QLatin1String(side.invoiceTable), QLatin1String(side.settledFlag)));
+    store::Statement settledFlag = db.prepare(
+        QStringLiteral("update %1.%2 set %3 = -1, Marca = -1 where Ordre = ?")
+            .arg(invoices, QLatin1String(side.invoiceTable), QLatin1String(side.settledFlag)));
     store::Statement partialFlag =
-        db.prepare(QStringLiteral("update fras.%1 set Marca = -1 where Ordre = ?")
-                       .arg(QLatin1String(side.invoiceTable)));
+        db.prepare(QStringLiteral("update %1.%2 set Marca = -1 where Ordre = ?")
+                       .arg(invoices, QLatin1String(side.invoiceTable)));
     store::Statement leave = db.prepare(QStringLiteral("delete from cartera.cartera where Id = ?"));
     store::Statement keep = db.prepare(QStringLiteral(
         "update cartera.cartera set Borrador = 'n', Temporal = 0, Pendiente = ? where Id = ?"));

@@ -118,8 +118,10 @@ std::vector<Settlement> postRun(const WorkingContext& ctx, const RunSide& side,
 // cartera.mdb attached as "cartera" and the side's invoice file as "fras".
 store::Database openRun(const WorkingContext& ctx, const RunSide& side);
 // postRun's work inside a transaction the caller holds, for an operation that writes more
-// than the run (a remittance file's record).
+// than the run (a remittance file's record). `invoices` is the alias of the side's invoice
+// file on `db`: an operation that settles both sides at once attaches both files.
 std::vector<Settlement> settleDraft(store::Database& db, const RunSide& side, std::int64_t account,
-                                    const QDate& date);
+                                    const QDate& date,
+                                    const QString& invoices = QStringLiteral("fras"));
 
 }  // namespace tallora::treasury
