@@ -58,7 +58,7 @@ const std::map<QString, bool>& knownOptions() {
         // The bank: mandates and accounts, SEPA files and their settings, statements.
         for (const QString& field :
              QStringLiteral("mandate mandate-date mandate-recurrent iban bic collection-date "
-                            "execution-date out suffix versions account-number")
+                            "execution-date out suffix versions other-account")
                  .split(u' '))
             o.emplace(field, true);
         o.emplace(QStringLiteral("accept-matches"), false);

@@ -123,6 +123,7 @@ int compactCommand(Session& s, const CliOptions& o);
 
 // bank_commands.cpp
 int n43ShowCommand(Session& s, const CliOptions& o);
+int n43ImportCommand(Session& s, const CliOptions& o);
 
 // verifactu_commands.cpp
 int verifactuRecordsCommand(Session& s, const CliOptions& o);

@@ -369,6 +369,18 @@ Bank statements (Norma 43, AEB cuaderno 43):
                       currency), then its movements: line, date, value date, common and own
                       concept, amount (money out negative), document, references, concepts.
                       A file whose totals do not hold is refused, saying which and where.
+  n43-import NIF8 YYYY ACCOUNT FILE [--accept-matches] [--other-account NUMBER]
+                      (treasury control) the lines of FILE's account that is treasury
+                      account ACCOUNT (by its CCC or IBAN), each with what it is proposed
+                      as: line, date, amount, kind (receipt collected, invoice paid,
+                      receipt returned, other movement, already imported), receipt or
+                      movement, party, invoice, other account. --other-account puts the
+                      other movements without a suggestion on that account. With
+                      --accept-matches every line that can be written is, in one
+                      transaction (an other movement without an account is left), and
+                      "imported" is printed with the counts of receipts, payments,
+                      returns, other movements and lines left. A line imported before is
+                      never written again.
 VERI*FACTU invoicing records (of the whole company, every exercise in one chain). Every
 invoice posted, changed or deleted leaves its record in the company's verifactu.mdb, in the
 same transaction as the invoice's rows:

@@ -1,6 +1,7 @@
 #include "statement_matching.h"
 
 #include "account_statement.h"
+#include "banking/account_numbers.h"
 #include "banking/bank_file.h"
 #include "context/common_helpers.h"
 #include "context/dialogs.h"
@@ -523,6 +524,45 @@ ImportResult importMatches(const WorkingContext& ctx, Dialogs& dialogs,
         return refuse(ImportRefusal::DraftPending, draftMessage(ctx, *pending));
     }
     return out;
+}
+
+const banking::N43Account* statementAccountFor(const WorkingContext& ctx,
+                                               const banking::N43File& file,
+                                               std::int64_t treasuryAccount) {
+    QString ccc;
+    {
+        store::Database db = store::Database::open(ctx.exerciseFile(schema::db::Tesorer));
+        auto st = db.prepare(QStringLiteral("select ccc from entidades where Id = ?"));
+        st.bind(1, treasuryAccount);
+        if (st.next() && !st.isNull(0)) ccc = st.text(0);
+    }
+    if (const auto iban = banking::ibanOfAccount(ccc);
+        iban && iban->startsWith(QLatin1String("ES")))
+        ccc = iban->mid(4);
+    // The statement names the account without the CCC's two check digits.
+    const QString number = ccc.size() == 20 ? ccc.left(8) + ccc.mid(10) : QString();
+    for (const banking::N43Account& a : file.accounts)
+        if (!number.isEmpty() && a.number() == number) return &a;
+    // An account without its number takes the file's only account; one with it, only its own.
+    return number.isEmpty() && file.accounts.size() == 1 ? &file.accounts.front() : nullptr;
+}
+
+QString kindText(const WorkingContext& ctx, LineKind kind) {
+    switch (kind) {
+        case LineKind::Receipt:
+            return fixedText(ctx, "Cobro de recibo", "Cobrament de rebut");
+        case LineKind::Payment:
+            return fixedText(ctx, "Pago de factura", "Pagament de factura");
+        case LineKind::Returned:
+            return fixedText(ctx, "Recibo devuelto", "Rebut retornat");
+        case LineKind::Other:
+            return fixedText(ctx, "Otro movimiento", "Altre moviment");
+        case LineKind::Imported:
+            return fixedText(ctx, "Ya importado", "Ja importat");
+        case LineKind::NoAmount:
+            return fixedText(ctx, "Sin importe", "Sense import");
+    }
+    return {};
 }
 
 }  // namespace tallora::treasury

@@ -49,6 +49,17 @@ struct LineProposal {
     QString key;  // ApuntesBanco.Clave
 };
 
+// The statement account of `file` that is the treasury account's: the one whose entity, office
+// and number are those of the account's CCC (or IBAN); for an account without a number, the
+// file's only account.
+// Nothing when no account of the file is the treasury account's.
+const banking::N43Account* statementAccountFor(const WorkingContext& ctx,
+                                               const banking::N43File& file,
+                                               std::int64_t treasuryAccount);
+
+// What a proposal is, in the user's words ("Cobro", "Pago", "Devolución" …).
+QString kindText(const WorkingContext& ctx, LineKind kind);
+
 // The keys of the account's lines, in the order of its movements.
 std::vector<QString> statementLineKeys(const banking::N43Account& account);
 

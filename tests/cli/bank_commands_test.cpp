@@ -52,7 +52,76 @@ protected:
     }
 };
 
+// A statement of account 2100 0418 0200051332 in the bank's fixed records.
+QByteArray statement(const QStringList& movements, const QString& opening, const QString& closing,
+                     int credits, const QString& total) {
+    QStringList lines;
+    lines << QStringLiteral(
+                 "11210004180200051332260301260331200000000100000978"
+                 "3FUSTERIA PONS             ")
+                 .leftJustified(80);
+    lines << movements;
+    lines << (QStringLiteral("332100041802000513320000000000000000000%1%2%3978")
+                  .arg(credits, 5, 10, QLatin1Char('0'))
+                  .arg(total.rightJustified(14, u'0'))
+                  .arg(u'2' + closing.rightJustified(14, u'0')))
+                 .leftJustified(80);
+    lines << (QStringLiteral("88999999999999999999") +
+              QString::number(lines.size()).rightJustified(6, u'0'))
+                 .leftJustified(80);
+    Q_UNUSED(opening);
+    return lines.join(QStringLiteral("\r\n")).toLatin1() + "\r\n";
+}
+
+QString credit(const char* date, const char* cents, const char* reference) {
+    const QString day = QString::fromLatin1(date);
+    return (QStringLiteral("22    0418") + day + day + QStringLiteral("02002") + u'2' +
+            QString::fromLatin1(cents).rightJustified(14, u'0') + QStringLiteral("0000000000") +
+            QString::fromLatin1(reference).leftJustified(12))
+        .leftJustified(80);
+}
+
 }  // namespace
+
+TEST_F(cliBank, AStatementsCollectionsAreMatchedImportedOnceAndMeetTheBanksBalance) {
+    ASSERT_EQ(on("treasury-account-change", {"2", "--balance", "1000"}).code, 0);
+    ASSERT_EQ(on("customer-add", {"--name", "Bar Neptuno"}).code, 0);
+    receipt(1, "Out", 1, "F-1", 12100);
+    receipt(2, "Out", 1, "F-2", 5000);
+    QFile f(file("marzo.n43"));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(statement({credit("260304", "5000", "F-2"), credit("260303", "12100", "F-1")}, "100000",
+                      "117100", 2, "17100"));
+    f.close();
+    Result r = on("n43-import", {"2", file("marzo.n43")});
+    ASSERT_EQ(r.code, 0) << r;
+    QStringList lines = r.out.split(u'\n', Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 2) << r;
+    EXPECT_TRUE(lines[0].startsWith("2\t04/03/2026\t50,00\tCobro de recibo\t2\tBar Neptuno\tF-2"))
+        << lines[0].toStdString();
+    EXPECT_TRUE(lines[1].startsWith("3\t03/03/2026\t121,00\tCobro de recibo\t1\t"))
+        << lines[1].toStdString();
+    const QString before = on("statement", {"2"}).out;
+    EXPECT_FALSE(before.contains("F-1")) << "nothing written without --accept-matches";
+    r = on("n43-import", {"2", file("marzo.n43"), "--accept-matches"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_TRUE(r.out.endsWith("imported\t2\t0\t0\t0\t0\n")) << r;
+    r = on("statement", {"2"});
+    EXPECT_TRUE(r.out.trimmed().endsWith("1.171,00")) << r;
+    EXPECT_TRUE(on("portfolio").out.startsWith(msg(6681))) << "no receipt left";
+    r = on("n43-import", {"2", file("marzo.n43"), "--accept-matches"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_EQ(r.out.count("Ya importado"), 2) << r;
+    EXPECT_TRUE(r.out.endsWith("imported\t0\t0\t0\t0\t2\n")) << r;
+    EXPECT_TRUE(on("statement", {"2"}).out.trimmed().endsWith("1.171,00"));
+    ASSERT_EQ(on("treasury-account-add",
+                 {"--name", "Otro banco", "--kind", "bank", "--ccc", "12341234161234567890"})
+                  .code,
+              0);
+    r = on("n43-import", {"3", file("marzo.n43")});
+    EXPECT_NE(r.code, 0) << "the file holds another account";
+    EXPECT_TRUE(r.err.contains("no account of")) << r;
+}
 
 TEST_F(cliBank, ASpanishIbanIsKeptAsItsCccAndTheMandateBesideIt) {
     EXPECT_EQ(on("treasury-accounts").out.split(u'\t').value(3), "21000418450200051332");
