@@ -81,6 +81,8 @@ const std::vector<MenuEntry>& menuTree() {
         menu("mnu_Tesoreria", 6643),
         item("mnu_Tesoreria", "mnu_cuentas", 6647, true),
         item("mnu_Tesoreria", "mnu_extractos", 6651, true),
+        fixed("mnu_Tesoreria", "mnuNorma43",
+              "Extracto del banco (Norma 43)...|Extracte del banc (Norma 43)...", true),
         separator("mnu_Tesoreria", "mnuspe"),
         item("mnu_Tesoreria", "mnucartera", 6662, true),
         separator("mnu_Tesoreria", "s8"),
@@ -108,7 +110,11 @@ const MenuEntry* findMenuEntry(const QString& name) {
 }
 
 QString menuCaption(const WorkingContext& ctx, const MenuEntry& entry) {
-    return entry.caption ? Missatge(ctx, entry.caption) : entry.fixedCaption;
+    if (entry.caption) return Missatge(ctx, entry.caption);
+    // A caption of our own carries its Catalan after a bar.
+    const qsizetype bar = entry.fixedCaption.indexOf(u'|');
+    if (bar < 0) return entry.fixedCaption;
+    return fixedText(ctx, entry.fixedCaption.left(bar), entry.fixedCaption.mid(bar + 1));
 }
 
 bool menuEntryVisible(const WorkingContext& ctx, const QString& name) {

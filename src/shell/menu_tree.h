@@ -15,7 +15,8 @@ struct MenuEntry {
     QString name;          // the entry's name, also the QAction's objectName
     QString menu;          // the top menu it belongs to; empty for a top menu
     int caption = 0;       // message number; 0 with a fixed caption
-    QString fixedCaption;  // the caption of the few entries that are not translated
+    QString fixedCaption;  // the caption of the few entries not in the message catalogue:
+                           // one text, or "Spanish|Catalan"
     bool built = false;    // false while the screen it opens is not in the program yet
 };
 
@@ -33,7 +34,7 @@ bool menuEntryAvailable(const WorkingContext& ctx, const MenuEntry& entry);
 // The tool bar BarraMDI, by position 1 to 9; positions 4, 6 and 8 are separators.
 struct ToolButton {
     int position = 0;
-    QString key;        // the button's key; empty for a separator
+    QString key;  // the button's key; empty for a separator
     int caption = 0;
     QString menuEntry;  // the menu entry it does the same as; empty for help
 };

@@ -1,20 +1,25 @@
 #include "treasury_gallery.h"
 
 #include "context/working_context.h"
+#include "store/database.h"
 #include "treasury/account_statement.h"
 #include "treasury/other_movements.h"
 #include "treasury/runs.h"
+#include "treasury/ui/account_list.h"
 #include "treasury/ui/form_cartera_run.h"
 #include "treasury/ui/form_cons_extracto.h"
 #include "treasury/ui/form_cons_otros.h"
+#include "treasury/ui/form_extracto_banco.h"
 #include "treasury/ui/frm_tesoreria_otros.h"
 
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QFile>
 #include <QLineEdit>
 #include <QTableWidget>
+#include <QTemporaryDir>
 
 namespace tallora {
 namespace {
@@ -135,6 +140,68 @@ void showReturn(FormConsEXTRACTO& screen) {
     screen.Mes_EXTRACTO();
 }
 
+// A Norma 43 statement of bank account `bank` for the first open receipts of the customers,
+// each collected a few days after it fell due, with the invoice as reference; then bank
+// charges and a transfer the portfolio does not know.
+QString sampleStatement(const WorkingContext& ctx, std::int64_t bank) {
+    static QTemporaryDir folder;
+    QString ccc = QStringLiteral("21000418450200051332");
+    {
+        store::Database db = store::Database::open(ctx.exerciseFile(QStringLiteral("tesorer.mdb")));
+        auto st = db.prepare(QStringLiteral("select ccc from entidades where Id = ?"));
+        st.bind(1, bank);
+        if (st.next() && !st.isNull(0) && st.text(0).size() == 20) ccc = st.text(0);
+    }
+    const QString number = ccc.left(8) + ccc.mid(10);
+    const auto amount = [](Money m) {
+        const qint64 cents = (m.units() < 0 ? -m.units() : m.units()) / 100;
+        return QString::number(cents).rightJustified(14, u'0');
+    };
+    const auto yymmdd = [](const QDate& d) { return d.toString(QStringLiteral("yyMMdd")); };
+    QStringList lines;
+    Money credits, debits;
+    int nCredits = 0, nDebits = 0;
+    const auto line = [&](const QDate& date, const char* common, Money value, const QString& ref) {
+        const bool debit = value < Money{};
+        lines << (QStringLiteral("22    ") + ccc.mid(4, 4) + yymmdd(date) + yymmdd(date) +
+                  QLatin1String(common) + QStringLiteral("000") + (debit ? u'1' : u'2') +
+                  amount(value) + QStringLiteral("0000000000") + ref.left(12).leftJustified(12))
+                     .leftJustified(80);
+        (debit ? debits : credits) += debit ? -value : value;
+        ++(debit ? nDebits : nCredits);
+    };
+    QDate last(ctx.Exercici.toInt(), 1, 1);
+    {
+        store::Database db = store::Database::open(ctx.companyFile(QStringLiteral("cartera.mdb")));
+        auto st = db.prepare(QStringLiteral(
+            "select Factura, Total - Pendiente, coalesce(Vencimiento, data) from cartera where "
+            "In_Out = 'Out' and Borrador = 'n' order by data, Id limit 3"));
+        while (st.next()) {
+            const QDate date = st.date(2).addDays(3);
+            line(date, "02", st.money(1), st.text(0));
+            last = std::max(last, date);
+        }
+    }
+    line(last, "17", Money::fromUnits(-45000), QStringLiteral("COMISION"));
+    line(last.addDays(1), "04", Money::fromUnits(3000000), QStringLiteral("TRANSF"));
+    const QDate first(ctx.Exercici.toInt(), 1, 1);
+    lines.prepend((QStringLiteral("11") + number + yymmdd(first) + yymmdd(last.addDays(1)) +
+                   QStringLiteral("2") + amount(Money{}) + QStringLiteral("9783") +
+                   QStringLiteral("COMERCIAL"))
+                      .leftJustified(80));
+    lines << (QStringLiteral("33") + number + QString::number(nDebits).rightJustified(5, u'0') +
+              amount(debits) + QString::number(nCredits).rightJustified(5, u'0') + amount(credits) +
+              u'2' + amount(credits - debits) + QStringLiteral("978"))
+                 .leftJustified(80);
+    lines << (QStringLiteral("88") + QString(18, u'9') +
+              QString::number(lines.size()).rightJustified(6, u'0'))
+                 .leftJustified(80);
+    const QString path = folder.filePath(QStringLiteral("extracto.n43"));
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly)) file.write(lines.join(QStringLiteral("\r\n")).toLatin1());
+    return path;
+}
+
 }  // namespace
 
 void addTreasuryScreens(std::vector<GalleryScreen>& screens,
@@ -151,6 +218,22 @@ void addTreasuryScreens(std::vector<GalleryScreen>& screens,
                                                     [](FormConsOtros&) {}));
     screens.push_back(
         treasuryScreen<FormConsEXTRACTO>("FormConsEXTRACTO", openExercise, dialogs, showReturn));
+    // The bank's statement laid against the bank account, its lines proposed.
+    screens.push_back(
+        {QStringLiteral("FormExtractoBanco"), [openExercise, &dialogs](WorkingContext& ctx) {
+             openExercise(ctx);
+             ctx.Tesoreria = true;
+             // The run screens' drafts back to the open list, to be matched.
+             treasury::Buida_Borrador(ctx, treasury::kCollections);
+             auto screen = std::make_unique<FormExtractoBanco>(ctx, dialogs);
+             screen->resize(1200, 640);
+             QComboBox* accounts = screen->accounts();
+             for (int i = 0; i < accounts->count(); ++i)
+                 if (accounts->itemText(i).startsWith(QStringLiteral("CAIXABANK")))
+                     accounts->setCurrentIndex(i);
+             screen->Carga_Fichero(sampleStatement(ctx, ui::chosenAccount(accounts)));
+             return std::unique_ptr<QWidget>(std::move(screen));
+         }});
 }
 
 }  // namespace tallora
