@@ -53,15 +53,12 @@ store::TableDef remesas() {
 store::TableDef apuntesBanco() {
     store::TableDef t;
     t.name = QStringLiteral("ApuntesBanco");
-    t.fields = {counterField("Id"),
-                textField("Cuenta", 20),
-                textField("Clave", 255),
-                fieldOf("Ejercicio", FieldType::Long),
-                fieldOf("Entidad", FieldType::Long),
-                fieldOf("Fecha", FieldType::Date),
-                fieldOf("Importe", FieldType::Currency),
-                textField("Tipo", 1),  // R receipt, D returned receipt, O other movement
-                fieldOf("Movimiento", FieldType::Long)};
+    t.fields = {counterField("Id"), textField("Cuenta", 20), textField("Clave", 255),
+                fieldOf("Ejercicio", FieldType::Long), fieldOf("Entidad", FieldType::Long),
+                fieldOf("Fecha", FieldType::Date), fieldOf("Importe", FieldType::Currency),
+                // R receipt, D returned receipt, O other movement, S the bank's line of a
+                // SEPA file, whose Movimiento is then the file's Remesas.Id
+                textField("Tipo", 1), fieldOf("Movimiento", FieldType::Long)};
     t.indexes = {{QStringLiteral("Clave")}};
     return t;
 }

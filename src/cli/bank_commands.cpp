@@ -102,8 +102,8 @@ int n43ImportCommand(Session& s, const CliOptions& o) {
         treasury::importMatches(s.ctx, s.dialogs, *lines, entitat, accepted);
     if (r.refusal) return s.finish(false);
     s.out << "imported\t" << r.receipts << '\t' << r.payments << '\t' << r.returned << '\t'
-          << r.others << '\t' << r.skipped + static_cast<int>(proposals.size() - accepted.size())
-          << '\n';
+          << r.others << '\t' << r.remittances << '\t'
+          << r.skipped + static_cast<int>(proposals.size() - accepted.size()) << '\n';
     return s.finish(true);
 }
 

@@ -373,13 +373,14 @@ Bank statements (Norma 43, AEB cuaderno 43):
                       (treasury control) the lines of FILE's account that is treasury
                       account ACCOUNT (by its CCC or IBAN), each with what it is proposed
                       as: line, date, amount, kind (receipt collected, invoice paid,
-                      receipt returned, other movement, already imported), receipt or
-                      movement, party, invoice, other account. --other-account puts the
+                      receipt returned, a SEPA file's total whose run is already written,
+                      other movement, already imported), receipt, movement or file, party,
+                      invoice, other account. --other-account puts the
                       other movements without a suggestion on that account. With
                       --accept-matches every line that can be written is, in one
                       transaction (an other movement without an account is left), and
                       "imported" is printed with the counts of receipts, payments,
-                      returns, other movements and lines left. A line imported before is
+                      returns, other movements, SEPA files and lines left. A line imported before is
                       never written again.
 VERI*FACTU invoicing records (of the whole company, every exercise in one chain). Every
 invoice posted, changed or deleted leaves its record in the company's verifactu.mdb, in the

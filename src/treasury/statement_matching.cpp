@@ -187,7 +187,31 @@ Money magnitude(Money amount) {
 
 bool writes(LineKind kind) {
     return kind == LineKind::Receipt || kind == LineKind::Payment || kind == LineKind::Returned ||
-           kind == LineKind::Other;
+           kind == LineKind::Other || kind == LineKind::Remittance;
+}
+
+// A SEPA file sent from the account, which the bank shows as one line of its total.
+struct SentFile {
+    std::int64_t id = 0;
+    bool collections = true;
+    QDate bankDate;
+    Money total;
+    bool used = false;
+};
+
+// The files sent from `treasuryAccount` whose line has not been imported yet.
+std::vector<SentFile> sentFiles(const WorkingContext& ctx, std::int64_t treasuryAccount) {
+    std::vector<SentFile> out;
+    if (!QFile::exists(banking::bankPath(ctx))) return out;
+    store::Database db = banking::openBankFile(ctx);
+    store::Statement st = db.prepare(QStringLiteral(
+        "select Id, Tipo, FechaCargo, Total from Remesas r where Entidad = ? and Ejercicio = ? and "
+        "not exists (select 1 from ApuntesBanco a where a.Tipo = 'S' and a.Movimiento = r.Id) "
+        "order by Id"));
+    st.bind(1, treasuryAccount).bind(2, static_cast<std::int64_t>(ctx.Exercici.toLongLong()));
+    while (st.next())
+        out.push_back({st.int64(0), st.text(1) == QLatin1String("C"), st.date(2), st.money(3)});
+    return out;
 }
 
 // The line as a message names it: its number in the file, date and amount.
@@ -319,6 +343,7 @@ std::vector<LineProposal> proposeMatches(const WorkingContext& ctx,
     const QSet<QString> imported = importedKeys(ctx, account.number());
     std::vector<OpenReceipt> receipts = portfolio(ctx);
     std::vector<Collection> collected = collections(ctx, treasuryAccount);
+    std::vector<SentFile> files = sentFiles(ctx, treasuryAccount);
     const QHash<std::int64_t, QString> clients =
         namesById(ctx, Gest, QStringLiteral("select Client, nom from Clients"));
     const QHash<std::int64_t, QString> suppliers =
@@ -335,10 +360,19 @@ std::vector<LineProposal> proposeMatches(const WorkingContext& ctx,
         const Money amount = magnitude(line.amount);
         const QStringList texts = lineTexts(line);
         const bool credit = line.amount > Money{};
+        const auto file = std::find_if(files.begin(), files.end(), [&](const SentFile& f) {
+            return !f.used && f.collections == credit && f.total == amount &&
+                   std::abs(f.bankDate.daysTo(line.operationDate)) <= kDateWindow;
+        });
         if (imported.contains(p.key)) {
             p.kind = LineKind::Imported;
         } else if (line.amount == Money{}) {
             p.kind = LineKind::NoAmount;
+        } else if (file != files.end()) {
+            file->used = true;
+            p.kind = LineKind::Remittance;
+            p.receipt = file->id;
+            p.factura = fixedText(ctx, "Fichero SEPA %1", "Fitxer SEPA %1").arg(file->id);
         } else if (!credit && line.commonConcept == QLatin1String("14")) {
             std::vector<Collection*> candidates;
             for (Collection& c : collected)
@@ -424,7 +458,7 @@ ImportResult importMatches(const WorkingContext& ctx, Dialogs& dialogs,
         // Keys recorded meanwhile, and a line accepted twice, are written once.
         QSet<QString> recorded =
             recordedKeys(db, banking::kBankAlias + QLatin1Char('.'), account.number());
-        std::vector<std::size_t> receipts, payments, returns, others;
+        std::vector<std::size_t> receipts, payments, returns, others, sent;
         for (std::size_t i = 0; i < accepted.size(); ++i) {
             const LineProposal& p = accepted[i];
             if (!writes(p.kind) || recorded.contains(p.key)) {
@@ -432,10 +466,11 @@ ImportResult importMatches(const WorkingContext& ctx, Dialogs& dialogs,
                 continue;
             }
             recorded.insert(p.key);
-            (p.kind == LineKind::Receipt    ? receipts
-             : p.kind == LineKind::Payment  ? payments
-             : p.kind == LineKind::Returned ? returns
-                                            : others)
+            (p.kind == LineKind::Receipt      ? receipts
+             : p.kind == LineKind::Payment    ? payments
+             : p.kind == LineKind::Returned   ? returns
+             : p.kind == LineKind::Remittance ? sent
+                                              : others)
                 .push_back(i);
         }
         if (!receipts.empty() && draftPending(db, kCollections)) pending = &kCollections;
@@ -499,12 +534,15 @@ ImportResult importMatches(const WorkingContext& ctx, Dialogs& dialogs,
             store::Statement record = db.prepare(QStringLiteral(
                 "insert into banco.ApuntesBanco (Cuenta, Clave, Ejercicio, Entidad, Fecha, "
                 "Importe, Tipo, Movimiento) values (?, ?, ?, ?, ?, ?, ?, ?)"));
+            // A file's line moves nothing: its run wrote the movements; the line keeps the file.
+            for (std::size_t i : sent) movementOf[i] = accepted[i].receipt;
             for (std::size_t i = 0; i < accepted.size(); ++i) {
                 if (movementOf[i] == 0) continue;
                 const LineProposal& p = accepted[i];
-                const char* tipo = p.kind == LineKind::Returned ? "D"
-                                   : p.kind == LineKind::Other  ? "O"
-                                                                : "R";
+                const char* tipo = p.kind == LineKind::Returned     ? "D"
+                                   : p.kind == LineKind::Other      ? "O"
+                                   : p.kind == LineKind::Remittance ? "S"
+                                                                    : "R";
                 record.reset();
                 record.bind(1, account.number()).bind(2, p.key);
                 record.bind(3, static_cast<std::int64_t>(ctx.Exercici.toLongLong()));
@@ -517,6 +555,7 @@ ImportResult importMatches(const WorkingContext& ctx, Dialogs& dialogs,
             out.payments = static_cast<int>(payments.size());
             out.returned = static_cast<int>(returns.size());
             out.others = static_cast<int>(others.size());
+            out.remittances = static_cast<int>(sent.size());
         }
     }
     if (pending) {
@@ -555,6 +594,8 @@ QString kindText(const WorkingContext& ctx, LineKind kind) {
             return fixedText(ctx, "Pago de factura", "Pagament de factura");
         case LineKind::Returned:
             return fixedText(ctx, "Recibo devuelto", "Rebut retornat");
+        case LineKind::Remittance:
+            return fixedText(ctx, "Remesa ya contabilizada", "Remesa ja comptabilitzada");
         case LineKind::Other:
             return fixedText(ctx, "Otro movimiento", "Altre moviment");
         case LineKind::Imported:

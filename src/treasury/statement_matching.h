@@ -29,21 +29,22 @@
 namespace tallora::treasury {
 
 enum class LineKind {
-    Receipt,   // collects an open receipt of a customer
-    Payment,   // pays an open receipt of a supplier
-    Returned,  // a collected receipt that came back unpaid (common concept 14)
-    Other,     // an other movement against otherAccount, which the user may have to pick
-    Imported,  // recorded by an earlier import: never written again
-    NoAmount,  // moves no money: there is nothing to write
+    Receipt,     // collects an open receipt of a customer
+    Payment,     // pays an open receipt of a supplier
+    Returned,    // a collected receipt that came back unpaid (common concept 14)
+    Remittance,  // the bank's one line for a SEPA file whose run already wrote its movements
+    Other,       // an other movement against otherAccount, which the user may have to pick
+    Imported,    // recorded by an earlier import: never written again
+    NoAmount,    // moves no money: there is nothing to write
 };
 
 struct LineProposal {
     banking::N43Movement line;
     LineKind kind = LineKind::Other;
-    std::int64_t receipt = 0;       // cartera.Id of a Receipt or Payment
-    std::int64_t movement = 0;      // the collection that came back, of a Returned line
-    QString party;                  // the customer or supplier, by name, for the user to check
-    QString factura;                // the receipt's invoice, or the returned collection's concept
+    std::int64_t receipt = 0;   // cartera.Id of a Receipt or Payment; Remesas.Id of a Remittance
+    std::int64_t movement = 0;  // the collection that came back, of a Returned line
+    QString party;              // the customer or supplier, by name, for the user to check
+    QString factura;            // the receipt's invoice, or the returned collection's concept
     std::int64_t otherAccount = 0;  // Otras.Compte of an Other line; 0 until one is picked
     QString otherAccountName;
     QString key;  // ApuntesBanco.Clave
@@ -75,8 +76,11 @@ std::optional<AccountItem> bankChargesAccount(const WorkingContext& ctx);
 // or concepts name goes before a nearer one. A debit of common concept 14 takes instead the
 // collection of the account, of the same amount, on or before the line, that has not come
 // back yet. Each receipt and each collection is taken by one line at most, in line order.
-// Anything else is an Other line, on the bank charges account when it is a debit of common
-// concept 17.
+// Before all that, a line whose amount is the total of a SEPA file sent from this account
+// (collections for a credit, transfers for a debit), within 15 days of the bank's date and not
+// matched yet, is that remittance: its run wrote the movements already, so importing it only
+// records the line. Anything else is an Other line, on the bank charges account when it is a
+// debit of common concept 17.
 std::vector<LineProposal> proposeMatches(const WorkingContext& ctx,
                                          const banking::N43Account& account,
                                          std::int64_t treasuryAccount);
@@ -86,7 +90,8 @@ enum class ImportRefusal { OtherWithoutAccount, OutsideExercise, MonthLocked, Dr
 struct ImportResult {
     std::optional<ImportRefusal> refusal;
     int receipts = 0, payments = 0, returned = 0, others = 0;
-    int skipped = 0;  // Imported and NoAmount lines, and lines recorded meanwhile
+    int remittances = 0;  // lines of SEPA files, recorded without a movement
+    int skipped = 0;      // Imported and NoAmount lines, and lines recorded meanwhile
 };
 
 // Writes the accepted proposals on `treasuryAccount` in one transaction, each on its line's

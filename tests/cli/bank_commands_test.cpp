@@ -105,14 +105,14 @@ TEST_F(cliBank, AStatementsCollectionsAreMatchedImportedOnceAndMeetTheBanksBalan
     EXPECT_FALSE(before.contains("F-1")) << "nothing written without --accept-matches";
     r = on("n43-import", {"2", file("marzo.n43"), "--accept-matches"});
     ASSERT_EQ(r.code, 0) << r;
-    EXPECT_TRUE(r.out.endsWith("imported\t2\t0\t0\t0\t0\n")) << r;
+    EXPECT_TRUE(r.out.endsWith("imported\t2\t0\t0\t0\t0\t0\n")) << r;
     r = on("statement", {"2"});
     EXPECT_TRUE(r.out.trimmed().endsWith("1.171,00")) << r;
     EXPECT_TRUE(on("portfolio").out.startsWith(msg(6681))) << "no receipt left";
     r = on("n43-import", {"2", file("marzo.n43"), "--accept-matches"});
     ASSERT_EQ(r.code, 0) << r;
     EXPECT_EQ(r.out.count("Ya importado"), 2) << r;
-    EXPECT_TRUE(r.out.endsWith("imported\t0\t0\t0\t0\t2\n")) << r;
+    EXPECT_TRUE(r.out.endsWith("imported\t0\t0\t0\t0\t0\t2\n")) << r;
     EXPECT_TRUE(on("statement", {"2"}).out.trimmed().endsWith("1.171,00"));
     ASSERT_EQ(on("treasury-account-add",
                  {"--name", "Otro banco", "--kind", "bank", "--ccc", "12341234161234567890"})
@@ -181,6 +181,20 @@ TEST_F(cliBank, ACollectionRunGoesAsADirectDebitAndIsWrittenAgainFromItsRecord) 
     // The second receipt waits in the open list; the mandate is now recurrent.
     EXPECT_TRUE(on("draft", {"collections", "--open"}).out.startsWith("2\t"));
     EXPECT_TRUE(on("sepa-parties").out.contains("\tRCUR\n"));
+
+    // The bank credits the file's total in one line: the run wrote it already.
+    const QString movements = on("statement", {"2"}).out;
+    QFile f(file("mayo.n43"));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(statement({credit("260516", "12100", "REMESA")}, "100000", "112100", 1, "12100"));
+    f.close();
+    r = on("n43-import", {"2", file("mayo.n43"), "--accept-matches"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_TRUE(r.out.startsWith("2\t16/05/2026\t121,00\tRemesa ya contabilizada\t1\t")) << r;
+    EXPECT_TRUE(r.out.endsWith("imported\t0\t0\t0\t0\t1\t0\n")) << r;
+    EXPECT_EQ(on("statement", {"2"}).out, movements) << "no movement written twice";
+    r = on("n43-import", {"2", file("mayo.n43")});
+    EXPECT_TRUE(r.out.contains("Ya importado")) << r;
 }
 
 TEST_F(cliBank, APaymentRunGoesAsATransferInTheVersionSet) {

@@ -3,6 +3,7 @@
 #include "shell/menu_tree.h"
 #include "start_fixture.h"
 
+#include <algorithm>
 #include <set>
 
 using namespace tallora;
@@ -198,6 +199,7 @@ TEST(MenuTree, TheEntriesComeInTheirOrderWithTheirCaptions) {
                                                         {"mnu_Tesoreria", 6643},
                                                         {"mnu_cuentas", 6647},
                                                         {"mnu_extractos", 6651},
+                                                        {"mnuNorma43", 0},
                                                         {"mnucartera", 6662},
                                                         {"mnu_entradas", 6649},
                                                         {"mnu_salidas", 6652},
@@ -212,4 +214,14 @@ TEST(MenuTree, TheEntriesComeInTheirOrderWithTheirCaptions) {
         if (entry.kind != MenuEntry::Kind::Separator)
             actual.emplace_back(entry.name, entry.caption);
     EXPECT_EQ(actual, expected);
+}
+
+TEST(MenuTree, ACaptionOfOurOwnComesInTheProgramsLanguage) {
+    WorkingContext ctx;
+    const auto entry = std::find_if(menuTree().begin(), menuTree().end(),
+                                    [](const MenuEntry& e) { return e.name == "mnuNorma43"; });
+    ASSERT_NE(entry, menuTree().end());
+    EXPECT_EQ(menuCaption(ctx, *entry), QString::fromUtf8("Extracto del banco (Norma 43)..."));
+    ctx.setIdioma("cat");
+    EXPECT_EQ(menuCaption(ctx, *entry), QString::fromUtf8("Extracte del banc (Norma 43)..."));
 }

@@ -156,6 +156,7 @@ FormExtractoBanco::FormExtractoBanco(WorkingContext& ctx, Dialogs& dialogs, QWid
             tick && (tick->flags() & Qt::ItemIsUserCheckable))
             tick->setCheckState(tick->checkState() == Qt::Checked ? Qt::Unchecked : Qt::Checked);
     });
+    ui::helpOnF1(ctx_, this, QStringLiteral("banco"));
     for (QWidget* child : findChildren<QWidget*>()) child->installEventFilter(this);
     installEventFilter(this);
     btnImportar_->setEnabled(false);
@@ -277,13 +278,15 @@ void FormExtractoBanco::Importar() {
         if (r.refusal) return;
         dialogs_.information(
             fixedText(ctx_,
-                      "Importado: %1 cobros, %2 pagos, %3 devoluciones, %4 otros movimientos.",
+                      "Importado: %1 cobros, %2 pagos, %3 devoluciones, %4 otros movimientos, %5 "
+                      "remesas.",
                       "Importat: %1 cobraments, %2 pagaments, %3 devolucions, %4 altres "
-                      "moviments.")
+                      "moviments, %5 remeses.")
                 .arg(r.receipts)
                 .arg(r.payments)
                 .arg(r.returned)
-                .arg(r.others));
+                .arg(r.others)
+                .arg(r.remittances));
     } catch (const store::StoreError& e) {
         emit statusChanged(QString());
         dialogs_.stop(e.message());

@@ -7,6 +7,7 @@
 #include "screen_helpers.h"
 #include "store/database.h"
 #include "treasury_exercise.h"
+#include "widgets/obre_ajuda.h"
 
 #include <QComboBox>
 #include <QFile>
@@ -81,6 +82,7 @@ class FormExtractoBancoTest : public QObject {
 private slots:
     void proposesImportsAndNeverImportsTwice();
     void aFileThatDoesNotAddUpIsRefused();
+    void f1OpensTheBanksPageAndEscCloses();
 };
 
 void FormExtractoBancoTest::proposesImportsAndNeverImportsTwice() {
@@ -135,6 +137,20 @@ void FormExtractoBancoTest::aFileThatDoesNotAddUpIsRefused() {
     form.Carga_Fichero(bad.fileName());
     QCOMPARE(x.dialogs.shown().size(), std::size_t{1});
     QCOMPARE(form.grid()->rowCount(), 0);
+}
+
+void FormExtractoBancoTest::f1OpensTheBanksPageAndEscCloses() {
+    Exercise x;
+    QStringList opened;
+    ui::setPageOpener([&](const QString& path) { opened << path; });
+    FormExtractoBanco form(x.ctx, x.dialogs);
+    testing::show(form, {1100, 600});
+    QTest::keyClick(form.grid(), Qt::Key_F1);
+    QCOMPARE(opened, QStringList{x.ctx.resourcesDir + QStringLiteral("esp_help/10/10_6.html")});
+    QVERIFY(QFile::exists(opened.value(0)));
+    QTest::keyClick(form.grid(), Qt::Key_Escape);
+    QVERIFY(!form.isVisible());
+    ui::setPageOpener({});
 }
 
 QTEST_MAIN(FormExtractoBancoTest)
