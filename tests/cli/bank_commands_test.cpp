@@ -22,7 +22,7 @@ protected:
     void SetUp() override {
         clitest::CliFixture::SetUp();
         createCompany("Fusteria Pons", "B12345678", true);
-        ASSERT_TRUE(settings::writeFactMod(company(K), {true, QString(), 1}));
+        if (billing()) ASSERT_TRUE(settings::writeFactMod(company(K), {true, QString(), 1}));
         createExercise(K, Y);
         ASSERT_EQ(run({"exercise-open", K, Y}).code, 0);
         ASSERT_EQ(on("treasury-account-add", {"--name", "Banco Norte", "--kind", "bank", "--ccc",
@@ -31,6 +31,8 @@ protected:
                   0);
     }
 
+    // The billing module, which the sample exercise does without.
+    virtual bool billing() const { return true; }
     Result on(const QString& command, const QStringList& rest = {}) {
         return run(QStringList{command, K, Y} + rest);
     }
@@ -50,6 +52,12 @@ protected:
                          .arg(QString::fromLatin1(inOut), QString::fromLatin1(factura))
                          .arg(static_cast<qint64>(cents) * 100));
     }
+};
+
+// The same company without the billing module.
+class cliBankSample : public cliBank {
+protected:
+    bool billing() const override { return false; }
 };
 
 // A statement of account 2100 0418 0200051332 in the bank's fixed records.
@@ -121,6 +129,60 @@ TEST_F(cliBank, AStatementsCollectionsAreMatchedImportedOnceAndMeetTheBanksBalan
     r = on("n43-import", {"3", file("marzo.n43")});
     EXPECT_NE(r.code, 0) << "the file holds another account";
     EXPECT_TRUE(r.err.contains("no account of")) << r;
+}
+
+// A generated year: the statement a bank would send for the customers' pending receipts,
+// each collected three days after it fell due, with the invoice as reference.
+TEST_F(cliBankSample, AGeneratedYearsPendingReceiptsAreMatchedInFullAndTheBalanceIsTheBanks) {
+    Result r = on("sample-exercise", {"--invoices", "160", "--seed", "11"});
+    ASSERT_EQ(r.code, 0) << r;
+    r = on("portfolio");
+    ASSERT_EQ(r.code, 0) << r;
+    QStringList movements;
+    qint64 total = 0;
+    for (const QString& row : r.out.split(u'\n', Qt::SkipEmptyParts)) {
+        const QStringList f = row.split(u'\t');
+        if (f.size() != 7) continue;  // the totals
+        const QDate date = QDate::fromString(f[3].isEmpty() ? f[2] : f[3], "dd/MM/yyyy").addDays(3);
+        if (date.year() != 2026) continue;
+        const auto cents = [](QString amount) {
+            return amount.remove(u'.').remove(u',').toLongLong();
+        };
+        const qint64 due = cents(f[5]) - cents(f[6]);
+        if (due <= 0) continue;
+        movements << credit(date.toString("yyMMdd").toLatin1().constData(),
+                            QByteArray::number(due).constData(), f[4].toLatin1().constData());
+        total += due;
+    }
+    ASSERT_GE(movements.size(), 10) << "the sample leaves receipts pending";
+    QFile f(file("year.n43"));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(statement(movements, "100000", QString::number(100000 + total),
+                      static_cast<int>(movements.size()), QString::number(total)));
+    f.close();
+    // The statement's account is a new one: the sample's runs went through the others.
+    ASSERT_EQ(on("treasury-account-change", {"2", "--ccc", "12341234161234567890"}).code, 0);
+    r = on("treasury-account-add", {"--name", "Banco Extracto", "--kind", "bank", "--ccc",
+                                    "21000418450200051332", "--balance", "1000"});
+    ASSERT_EQ(r.code, 0) << r;
+    const QString bank = r.out.trimmed().split(u'\n').last();
+    r = on("n43-import", {bank, file("year.n43"), "--accept-matches"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_EQ(r.out.count("Cobro de recibo"), movements.size()) << r;
+    EXPECT_TRUE(
+        r.out.endsWith(QStringLiteral("imported\t%1\t0\t0\t0\t0\t0\n").arg(movements.size())))
+        << r;
+    // The account statement ends at the bank's closing balance.
+    const QString closing = QStringLiteral("%1").arg(100000 + total);
+    r = on("statement", {bank});
+    const QString balance = r.out.trimmed().split(u'\n').last().split(u'\t').last();
+    EXPECT_EQ(QString(balance).remove(u'.').remove(u','), closing) << r;
+    // Read again: every line known, nothing written.
+    const QString before = r.out;
+    r = on("n43-import", {bank, file("year.n43"), "--accept-matches"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_EQ(r.out.count("Ya importado"), movements.size());
+    EXPECT_EQ(on("statement", {bank}).out, before);
 }
 
 TEST_F(cliBank, ASpanishIbanIsKeptAsItsCccAndTheMandateBesideIt) {
