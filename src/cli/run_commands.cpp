@@ -156,8 +156,8 @@ int remittanceCommand(Session& s, const CliOptions& o, const treasury::RunSide& 
     const QDate bankDate = o.given(bankDateOption) ? dateOption(o, bankDateOption, QDate())
                                                    : exerciseDate(w, o, QStringLiteral("date"));
     return run(s, o, side, [&](Session& s, auto account, const QDate& date, const auto& takeBack) {
-        const treasury::RemittanceOutcome out =
-            treasury::Contabilizar_Remesa(s.ctx, s.dialogs, side, account, date, bankDate, path);
+        const treasury::RemittanceOutcome out = treasury::Contabilizar_Remesa(
+            s.ctx, s.dialogs, side, account, date, bankDate, [&] { return path; });
         if (out.refusal || out.stopped) takeBack();
         if (out.refusal == treasury::RunRefusal::EmptyDraft)
             return s.refuse(QStringLiteral("the draft is empty: name the receipts to settle"));

@@ -192,7 +192,7 @@ RemittancePlan planRemittance(const WorkingContext& ctx, const RunSide& side, st
 RemittanceOutcome Contabilizar_Remesa(const WorkingContext& ctx, Dialogs& dialogs,
                                       const RunSide& side, std::optional<std::int64_t> account,
                                       const QDate& date, const QDate& bankDate,
-                                      const QString& path) {
+                                      const std::function<QString()>& askPath) {
     RemittanceOutcome out;
     if ((out.refusal = checkRun(ctx, dialogs, side, account, date))) return out;
     RemittancePlan plan = planRemittance(ctx, side, *account, bankDate);
@@ -221,6 +221,11 @@ RemittanceOutcome Contabilizar_Remesa(const WorkingContext& ctx, Dialogs& dialog
             out.stopped = true;
             return out;
         }
+    }
+    const QString path = askPath();
+    if (path.isEmpty()) {
+        out.stopped = true;
+        return out;
     }
     const QByteArray xml = banking::sepaXml(plan.document);
 

@@ -17,6 +17,8 @@
 
 #include <QString>
 
+#include <functional>
+
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -55,12 +57,13 @@ struct RemittanceOutcome {
 
 // btnContabilizar with the SEPA file: checkRun's checks, then the plan; a refusal of the plan
 // is shown (stop icon); gaps are listed with a Yes/No question (No stops, nothing written).
-// Then, in one transaction: the gaps back to the open list, the run, the mandates, the
-// record, and `path` written.
+// Only then is `askPath` asked where the file goes (an empty answer stops). Then, in one
+// transaction: the gaps back to the open list, the run, the mandates, the record, and the
+// file written.
 RemittanceOutcome Contabilizar_Remesa(const WorkingContext& ctx, Dialogs& dialogs,
                                       const RunSide& side, std::optional<std::int64_t> account,
                                       const QDate& date, const QDate& bankDate,
-                                      const QString& path);
+                                      const std::function<QString()>& askPath);
 
 // The runs sent as files, newest first.
 struct RemittanceRecord {

@@ -76,7 +76,10 @@ protected:
 
     RemittanceOutcome send(std::int64_t account = 3) {
         return Contabilizar_Remesa(f.ctx, dialogs, kCollections, account, QDate(2026, 5, 10),
-                                   QDate(2026, 5, 15), path());
+                                   QDate(2026, 5, 15), [this] {
+                                       ++asked;
+                                       return path();
+                                   });
     }
 
     QString path() const { return dir.filePath(QStringLiteral("remesa.xml")); }
@@ -86,6 +89,7 @@ protected:
     }
 
     QTemporaryDir dir;
+    int asked = 0;  // times the file's place was asked
     std::int64_t neptuno = 0, lledo = 0, nadal = 0, proveidor = 0;
 };
 
@@ -176,6 +180,7 @@ TEST_F(Remittances, NoToTheListWritesNothing) {
     EXPECT_EQ(rows(tesorer(), "select count(*) from movimientos"), QStringList{"0"});
     EXPECT_FALSE(QFile::exists(path()));
     EXPECT_TRUE(remittances(f.ctx).empty());
+    EXPECT_EQ(asked, 0) << "the file is asked for only once the list is accepted";
 }
 
 TEST_F(Remittances, AnAccountWithoutIbanIsRefusedBeforeAnythingIsWritten) {
@@ -191,9 +196,10 @@ TEST_F(Remittances, AnAccountWithoutIbanIsRefusedBeforeAnythingIsWritten) {
 TEST_F(Remittances, AFileThatCannotBeWrittenUndoesTheWholeRun) {
     sale(1, neptuno, 1210000, 1210000);
     const QStringList before = rows(cartera(), "select * from cartera order by Id");
-    EXPECT_THROW(Contabilizar_Remesa(f.ctx, dialogs, kCollections, 3, QDate(2026, 5, 10),
-                                     QDate(2026, 5, 15), dir.filePath("no/such/folder/r.xml")),
-                 store::StoreError);
+    EXPECT_THROW(
+        Contabilizar_Remesa(f.ctx, dialogs, kCollections, 3, QDate(2026, 5, 10), QDate(2026, 5, 15),
+                            [this] { return dir.filePath("no/such/folder/r.xml"); }),
+        store::StoreError);
     EXPECT_EQ(rows(cartera(), "select * from cartera order by Id"), before);
     EXPECT_EQ(rows(tesorer(), "select count(*) from movimientos"), QStringList{"0"});
     EXPECT_TRUE(remittances(f.ctx).empty());
@@ -220,8 +226,9 @@ TEST_F(Remittances, APaymentRunGoesAsATransferToSuppliersWithAnIban) {
     exec(cartera(),
          QStringLiteral("update cartera set Borrador = 's', Temporal = 2500000 where Id = %1")
              .arg(id));
-    const RemittanceOutcome out = Contabilizar_Remesa(
-        f.ctx, dialogs, kPayments, 3, QDate(2026, 5, 10), QDate(2026, 5, 12), path());
+    const RemittanceOutcome out =
+        Contabilizar_Remesa(f.ctx, dialogs, kPayments, 3, QDate(2026, 5, 10), QDate(2026, 5, 12),
+                            [this] { return path(); });
     ASSERT_FALSE(out.stopped);
     const QByteArray xml = written();
     EXPECT_EQ(sepaSchemaErrors(xml, QStringLiteral("pain.001.001.03")), QString())

@@ -440,11 +440,14 @@ void FormCarteraRun::contabilizarRemesa(std::int64_t account) {
         QStringLiteral("%1-%2.xml")
             .arg(side_.debit ? QStringLiteral("remesa") : QStringLiteral("transferencias"),
                  FechaCargo_->date().toString(QStringLiteral("yyyyMMdd"))));
-    const QString path = askFilePath(suggested);
-    if (path.isEmpty()) return;
-    setStatus(Missatge(ctx_, 725));
+    // The file is asked for once the receipts that cannot go have been listed.
+    QString path;
     const treasury::RemittanceOutcome out = treasury::Contabilizar_Remesa(
-        ctx_, dialogs_, side_, account, fecha_->date(), FechaCargo_->date(), path);
+        ctx_, dialogs_, side_, account, fecha_->date(), FechaCargo_->date(), [&] {
+            path = askFilePath(suggested);
+            if (!path.isEmpty()) setStatus(Missatge(ctx_, 725));
+            return path;
+        });
     if (out.refusal || out.stopped) return;
     dialogs_.information(fixedText(ctx_, "Fichero SEPA %1 escrito: %2 recibos, %3.\n%4",
                                    "Fitxer SEPA %1 escrit: %2 rebuts, %3.\n%4")
