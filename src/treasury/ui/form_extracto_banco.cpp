@@ -25,6 +25,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace tallora {
 
 namespace {
@@ -160,7 +162,8 @@ FormExtractoBanco::FormExtractoBanco(WorkingContext& ctx, Dialogs& dialogs, QWid
     for (QWidget* child : findChildren<QWidget*>()) child->installEventFilter(this);
     installEventFilter(this);
     btnImportar_->setEnabled(false);
-    resize(1100, 600);
+    // The window opens with room for a statement's lines and their columns.
+    GridApuntes_->setMinimumSize(980, 300);
 }
 
 void FormExtractoBanco::refreshLists() {
@@ -256,7 +259,10 @@ void FormExtractoBanco::fill() {
             cell(row, Account, p.otherAccountName);
         }
     }
-    btnImportar_->setEnabled(!proposals_.empty());
+    // Nothing to import once every line is known.
+    btnImportar_->setEnabled(
+        std::any_of(proposals_.begin(), proposals_.end(),
+                    [](const treasury::LineProposal& p) { return writable(p.kind); }));
     if (!proposals_.empty()) GridApuntes_->selectRow(0);
 }
 

@@ -121,6 +121,7 @@ void FormExtractoBancoTest::proposesImportsAndNeverImportsTwice() {
     QTest::mouseClick(child<QPushButton>(&form, "btnImportar"), Qt::LeftButton);
     QCOMPARE(x.rows(x.file("tesorer.mdb"), "select count(*) from movimientos"), QStringList{"2"});
     QCOMPARE(column(grid, 4), (QStringList{"Ya importado", "Ya importado"}));
+    QVERIFY(!child<QPushButton>(&form, "btnImportar")->isEnabled());
     QTest::mouseClick(child<QPushButton>(&form, "btnImportar"), Qt::LeftButton);
     QCOMPARE(x.rows(x.file("tesorer.mdb"), "select count(*) from movimientos"), QStringList{"2"});
 }
