@@ -209,6 +209,26 @@ TEST_F(cliBank, ASpanishIbanIsKeptAsItsCccAndTheMandateBesideIt) {
     EXPECT_EQ(on("customers").out.split(u'\t').last().trimmed(), "12341234161234567890");
 }
 
+TEST_F(cliBank, TheMandateAndTheSuppliersIbanPassToTheNextExercise) {
+    ASSERT_EQ(on("customer-add", {"--name", "Bar Neptuno", "--ccc", "12341234161234567890",
+                                  "--mandate", "NEP-1", "--mandate-date", "01/03/2025"})
+                  .code,
+              0);
+    ASSERT_EQ(
+        on("supplier-add", {"--name", "Olis del Camp", "--iban", "DE89370400440532013000"}).code,
+        0);
+    createExercise(K, "2027");
+    ASSERT_EQ(run({"exercise-open", K, "2027"}).code, 0);
+    const Result r = run({"sepa-parties", K, "2027"});
+    ASSERT_EQ(r.code, 0) << r;
+    EXPECT_EQ(r.out, QStringLiteral("customer\t1\tBar Neptuno\tES77 1234 1234 1612 3456 7890\t"
+                                    "NEP-1\t01/03/2025\tFRST\n"
+                                    "supplier\t1\tOlis del Camp\tDE89 3704 0044 0532 0130 00\t\n"));
+    // Removing the customer takes its mandate with it.
+    ASSERT_EQ(run({"--yes", "customer-remove", K, "2027", "1"}).code, 0);
+    EXPECT_FALSE(run({"sepa-parties", K, "2027"}).out.contains("NEP-1"));
+}
+
 TEST_F(cliBank, ACollectionRunGoesAsADirectDebitAndIsWrittenAgainFromItsRecord) {
     ASSERT_EQ(on("customer-add", {"--name", "Bar Neptuno", "--ccc", "12341234161234567890",
                                   "--mandate", "NEP-1", "--mandate-date", "01/03/2025"})
