@@ -72,15 +72,11 @@ QString endToEndId(const DraftRow& row) {
            QString::number(row.id);
 }
 
-QString text(const WorkingContext& ctx, const char* spanish, const char* catalan) {
-    return fixedText(ctx, spanish, catalan);
-}
-
 void writeFile(const WorkingContext& ctx, const QString& path, const QByteArray& xml) {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(xml) != xml.size() || !file.commit())
-        throw store::StoreError(text(ctx, "No se ha podido escribir el fichero SEPA: ",
-                                     "No s'ha pogut escriure el fitxer SEPA: ") +
+        throw store::StoreError(fixedText(ctx, "No se ha podido escribir el fichero SEPA: ",
+                                          "No s'ha pogut escriure el fitxer SEPA: ") +
                                 path + QStringLiteral(" (") + file.errorString() +
                                 QLatin1Char(')'));
 }
@@ -114,17 +110,18 @@ RemittancePlan planRemittance(const WorkingContext& ctx, const RunSide& side, st
     const auto iban = own ? banking::ibanOfAccount(own->iban) : std::nullopt;
     if (taxId.isEmpty()) {
         plan.refusal =
-            text(ctx, "La empresa no tiene NIF: sin él no hay identificador de acreedor.",
-                 "L'empresa no té NIF: sense ell no hi ha identificador de creditor.");
+            fixedText(ctx, "La empresa no tiene NIF: sin él no hay identificador de acreedor.",
+                      "L'empresa no té NIF: sense ell no hi ha identificador de creditor.");
         return plan;
     }
     if (!iban) {
         plan.refusal =
-            text(ctx,
-                 "La cuenta de tesorería no tiene un IBAN ni un CCC válido: indíquelo en "
-                 "Cuentas (caja, bancos, etc.).",
-                 "El compte de tresoreria no té un IBAN ni un CCC vàlid: indiqueu-lo a Comptes "
-                 "(caixa, bancs, etc.).")
+            fixedText(
+                ctx,
+                "La cuenta de tesorería no tiene un IBAN ni un CCC válido: indíquelo en "
+                "Cuentas (caja, bancos, etc.).",
+                "El compte de tresoreria no té un IBAN ni un CCC vàlid: indiqueu-lo a Comptes "
+                "(caixa, bancs, etc.).")
                 .prepend(own ? own->name + QStringLiteral(": ") : QString());
         return plan;
     }
@@ -151,16 +148,16 @@ RemittancePlan planRemittance(const WorkingContext& ctx, const RunSide& side, st
         t.remittance = row.factura;
         QString reason;
         if (row.amount <= Money{}) {
-            reason = text(ctx, "importe no positivo", "import no positiu");
+            reason = fixedText(ctx, "importe no positivo", "import no positiu");
         } else if (debit) {
             const auto found = mandates.find(row.party);
             const auto mandate =
                 found == mandates.end() ? std::optional<banking::Mandate>{} : std::optional(*found);
             const auto customerIban = banking::ibanOfAccount(accounts.value(row.party));
             if (!mandate)
-                reason = text(ctx, "sin mandato SEPA", "sense mandat SEPA");
+                reason = fixedText(ctx, "sin mandato SEPA", "sense mandat SEPA");
             else if (!customerIban)
-                reason = text(ctx, "sin IBAN válido", "sense IBAN vàlid");
+                reason = fixedText(ctx, "sin IBAN válido", "sense IBAN vàlid");
             else {
                 t.iban = *customerIban;
                 t.mandateId = mandate->reference;
@@ -173,7 +170,7 @@ RemittancePlan planRemittance(const WorkingContext& ctx, const RunSide& side, st
         } else {
             const banking::SupplierAccount supplier = suppliers.value(row.party);
             if (!banking::validIban(supplier.iban))
-                reason = text(ctx, "sin IBAN válido", "sense IBAN vàlid");
+                reason = fixedText(ctx, "sin IBAN válido", "sense IBAN vàlid");
             t.iban = compactCode(supplier.iban);
             t.bic = supplier.bic;
         }
@@ -197,8 +194,8 @@ RemittanceOutcome Contabilizar_Remesa(const WorkingContext& ctx, Dialogs& dialog
     if ((out.refusal = checkRun(ctx, dialogs, side, account, date))) return out;
     RemittancePlan plan = planRemittance(ctx, side, *account, bankDate);
     if (plan.refusal.isEmpty() && plan.receipts.empty())
-        plan.refusal = text(ctx, "Ningún recibo del borrador puede ir en el fichero SEPA.",
-                            "Cap rebut de l'esborrany no pot anar al fitxer SEPA.");
+        plan.refusal = fixedText(ctx, "Ningún recibo del borrador puede ir en el fichero SEPA.",
+                                 "Cap rebut de l'esborrany no pot anar al fitxer SEPA.");
     if (!plan.refusal.isEmpty()) {
         // The gaps say why no receipt can go.
         QString why = plan.refusal;
@@ -209,11 +206,12 @@ RemittanceOutcome Contabilizar_Remesa(const WorkingContext& ctx, Dialogs& dialog
         return out;
     }
     if (!plan.gaps.empty()) {
-        QString list = text(ctx,
-                            "Estos recibos no pueden ir en el fichero SEPA y volverán a la lista "
-                            "de pendientes:",
-                            "Aquests rebuts no poden anar al fitxer SEPA i tornaran a la llista "
-                            "de pendents:");
+        QString list =
+            fixedText(ctx,
+                      "Estos recibos no pueden ir en el fichero SEPA y volverán a la lista "
+                      "de pendientes:",
+                      "Aquests rebuts no poden anar al fitxer SEPA i tornaran a la llista "
+                      "de pendents:");
         for (const RemittanceGap& g : plan.gaps)
             list += QStringLiteral("\n%1  %2  %3").arg(g.factura, g.party, g.reason);
         list += QStringLiteral("\n\n") + Missatge(ctx, 25);
@@ -244,7 +242,7 @@ RemittanceOutcome Contabilizar_Remesa(const WorkingContext& ctx, Dialogs& dialog
     QSet<std::int64_t> settled;
     for (const Settlement& s : out.settlements) settled.insert(s.receipt);
     if (planned != settled)
-        throw store::StoreError(text(
+        throw store::StoreError(fixedText(
             ctx, "El borrador ha cambiado mientras se preparaba el fichero; vuelva a intentarlo.",
             "L'esborrany ha canviat mentre es preparava el fitxer; torneu-ho a provar."));
     auto recurrent =
