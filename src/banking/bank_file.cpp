@@ -64,19 +64,8 @@ store::TableDef apuntesBanco() {
 }
 
 QString settingOf(const WorkingContext& ctx, const QString& name) {
-    const QString path = bankPath(ctx);
-    if (!QFile::exists(path)) return {};
-    store::Database db = store::Database::open(path);
-    if (!store::tableExists(db, QStringLiteral("Ajustes"))) return {};
-    return store::readSetting(db, name);
-}
-
-// Opens the file when it exists; reads of a company without it find nothing.
-std::optional<store::Database> openExisting(const WorkingContext& ctx) {
-    const QString path = bankPath(ctx);
-    if (!QFile::exists(path)) return std::nullopt;
-    ensureBankFile(path);
-    return store::Database::open(path);
+    auto db = openExistingBankFile(ctx);
+    return db ? store::readSetting(*db, name) : QString();
 }
 
 }  // namespace
@@ -87,9 +76,18 @@ QString bankPath(const WorkingContext& ctx) {
 
 void ensureBankFile(const QString& path) {
     store::Database db = store::Database::open(path, store::Database::Mode::CreateIfMissing);
+    // The settings table is made last: with it there, the file is whole.
+    if (store::tableExists(db, QStringLiteral("Ajustes"))) return;
     for (const store::TableDef& table :
          {mandatos(), cuentasProveedor(), remesas(), apuntesBanco(), store::settingsTable()})
         if (!store::tableExists(db, table.name)) store::createTable(db, table);
+}
+
+std::optional<store::Database> openExistingBankFile(const WorkingContext& ctx) {
+    const QString path = bankPath(ctx);
+    if (!QFile::exists(path)) return std::nullopt;
+    ensureBankFile(path);
+    return store::Database::open(path);
 }
 
 store::Database openBankFile(const WorkingContext& ctx) {
@@ -105,7 +103,7 @@ void attachBankFile(const WorkingContext& ctx, store::Database& db) {
 }
 
 std::optional<Mandate> mandateOf(const WorkingContext& ctx, std::int64_t client) {
-    auto db = openExisting(ctx);
+    auto db = openExistingBankFile(ctx);
     if (!db) return std::nullopt;
     auto st = db->prepare(QStringLiteral(
         "select Referencia, FechaFirma, Recurrente from Mandatos where Client = ? order by Id"));
@@ -116,7 +114,7 @@ std::optional<Mandate> mandateOf(const WorkingContext& ctx, std::int64_t client)
 
 QHash<std::int64_t, Mandate> mandatesByClient(const WorkingContext& ctx) {
     QHash<std::int64_t, Mandate> out;
-    auto db = openExisting(ctx);
+    auto db = openExistingBankFile(ctx);
     if (!db) return out;
     auto st = db->prepare(QStringLiteral(
         "select Client, Referencia, FechaFirma, Recurrente from Mandatos order by Id desc"));
@@ -139,7 +137,7 @@ void storeMandate(store::Database& db, std::int64_t client, const std::optional<
 }
 
 SupplierAccount supplierAccountOf(const WorkingContext& ctx, std::int64_t supplier) {
-    auto db = openExisting(ctx);
+    auto db = openExistingBankFile(ctx);
     if (!db) return {};
     auto st = db->prepare(
         QStringLiteral("select IBAN, BIC from CuentasProveedor where Proveedor = ? order by Id"));
@@ -150,7 +148,7 @@ SupplierAccount supplierAccountOf(const WorkingContext& ctx, std::int64_t suppli
 
 QHash<std::int64_t, SupplierAccount> supplierAccounts(const WorkingContext& ctx) {
     QHash<std::int64_t, SupplierAccount> out;
-    auto db = openExisting(ctx);
+    auto db = openExistingBankFile(ctx);
     if (!db) return out;
     auto st = db->prepare(
         QStringLiteral("select Proveedor, IBAN, BIC from CuentasProveedor order by Id desc"));

@@ -28,6 +28,8 @@ QString bankPath(const WorkingContext& ctx);
 void ensureBankFile(const QString& path);
 // Opens the file, making it first.
 store::Database openBankFile(const WorkingContext& ctx);
+// Opens the file when the company has one: reads of a company without it find nothing.
+std::optional<store::Database> openExistingBankFile(const WorkingContext& ctx);
 // Attaches the file (made first) to `db` as kBankAlias; before a transaction begins.
 void attachBankFile(const WorkingContext& ctx, store::Database& db);
 

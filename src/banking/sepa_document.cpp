@@ -46,15 +46,11 @@ private:
     void close() { xml_.writeEndElement(); }
 
     void groupHeader() {
-        Money sum;
-        int count = 0;
-        for (const SepaBatch& b : d_.batches)
-            for (const SepaTransaction& t : b.transactions) sum += t.amount, ++count;
         open("GrpHdr");
         text("MsgId", orPlaceholder(sepaText(d_.messageId, 35)));
         text("CreDtTm", d_.created.toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss")));
-        text("NbOfTxs", QString::number(count));
-        text("CtrlSum", sepaAmount(sum));
+        text("NbOfTxs", QString::number(transactionCount(d_)));
+        text("CtrlSum", sepaAmount(controlSum(d_)));
         open("InitgPty");
         text("Nm", orPlaceholder(sepaText(d_.partyName, 70)));
         open("Id");

@@ -1,5 +1,6 @@
 // Bank statements in the Norma 43 format: read and checked, and matched against a treasury
 // account of the exercise.
+#include "account_words.h"
 #include "banking/norma43.h"
 #include "commands.h"
 #include "context/common_helpers.h"
@@ -60,11 +61,10 @@ int n43ImportCommand(Session& s, const CliOptions& o) {
                               ? numberArgument(o.value(QStringLiteral("other-account")))
                               : QString();
     if (!enterMasterFiles(s, w, Needs::Treasury, o.command)) return kRefused;
+    if (!accountListed(s, treasury::treasuryAccountItems(s.ctx), account,
+                       QStringLiteral("treasury account")))
+        return kRefused;
     const std::int64_t entitat = account.toLongLong();
-    const auto items = treasury::treasuryAccountItems(s.ctx);
-    if (std::none_of(items.begin(), items.end(),
-                     [&](const treasury::AccountItem& i) { return i.id == entitat; }))
-        return s.refuse(QStringLiteral("no treasury account %1").arg(account));
     const auto statement = readStatement(s, o.arguments[3]);
     if (!statement) return kRefused;
     const banking::N43Account* lines = treasury::statementAccountFor(s.ctx, *statement, entitat);
@@ -77,8 +77,7 @@ int n43ImportCommand(Session& s, const CliOptions& o) {
         const auto others = treasury::otherAccountItems(s.ctx);
         const auto found = std::find_if(others.begin(), others.end(),
                                         [&](const auto& i) { return i.id == other.toLongLong(); });
-        if (found == others.end())
-            return s.refuse(QStringLiteral("no other account %1").arg(other));
+        if (found == others.end()) return noSuchRecord(s, QStringLiteral("other account"), other);
         for (treasury::LineProposal& p : proposals)
             if (p.kind == treasury::LineKind::Other && p.otherAccount == 0) {
                 p.otherAccount = found->id;

@@ -61,6 +61,15 @@ std::vector<AccountItem> treasuryAccountItems(const WorkingContext& ctx) {
                  QStringLiteral("select Id, entidad from entidades order by entidad asc"));
 }
 
+std::optional<TreasuryAccountFields> treasuryAccountFields(const WorkingContext& ctx,
+                                                           std::int64_t id) {
+    store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
+    auto st = db.prepare(QStringLiteral("select entidad, ccc from entidades where Id = ?"));
+    st.bind(1, id);
+    if (!st.next()) return std::nullopt;
+    return TreasuryAccountFields{st.text(0), st.isNull(1) ? QString() : st.text(1)};
+}
+
 std::vector<AccountItem> otherAccountItems(const WorkingContext& ctx) {
     return items(ctx, Comptes,
                  QStringLiteral("select Compte, NomCompte from Otras order by NomCompte asc"));

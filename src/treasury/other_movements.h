@@ -32,6 +32,14 @@ struct AccountItem {
 std::vector<AccountItem> treasuryAccountItems(const WorkingContext& ctx);
 std::vector<AccountItem> otherAccountItems(const WorkingContext& ctx);
 
+// A treasury account's name and its bank account field (entidades.entidad and ccc, empty when
+// blank); nothing when no account has the Id.
+struct TreasuryAccountFields {
+    QString entidad, ccc;
+};
+std::optional<TreasuryAccountFields> treasuryAccountFields(const WorkingContext& ctx,
+                                                           std::int64_t id);
+
 // The fields of the screen. Of each side one account is set, the other stays 0.
 struct OtherMovement {
     std::optional<std::int64_t> asiento;  // lblOrdre: none for a new entry

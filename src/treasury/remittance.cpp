@@ -7,6 +7,7 @@
 #include "context/messages.h"
 #include "context/working_context.h"
 #include "names_by_id.h"
+#include "other_movements.h"
 #include "schema/creation.h"
 #include "store/database.h"
 
@@ -24,7 +25,6 @@ namespace {
 using schema::db::Cartera;
 using schema::db::Fact;
 using schema::db::Gest;
-using schema::db::Tesorer;
 
 struct DraftRow {
     std::int64_t id = 0, party = 0;
@@ -55,17 +55,6 @@ QHash<std::int64_t, QString> customerAccounts(const WorkingContext& ctx) {
     return accounts;
 }
 
-struct OwnAccount {
-    QString name, iban;
-};
-std::optional<OwnAccount> ownAccount(const WorkingContext& ctx, std::int64_t account) {
-    store::Database db = store::Database::open(ctx.exerciseFile(Tesorer));
-    auto st = db.prepare(QStringLiteral("select entidad, ccc from entidades where Id = ?"));
-    st.bind(1, account);
-    if (!st.next()) return std::nullopt;
-    return OwnAccount{st.text(0), st.isNull(1) ? QString() : st.text(1)};
-}
-
 QString endToEndId(const DraftRow& row) {
     const QString invoice = banking::sepaText(compactCode(row.factura), 24);
     return (invoice.isEmpty() ? QStringLiteral("R") : invoice + QStringLiteral("-R")) +
@@ -79,6 +68,14 @@ void writeFile(const WorkingContext& ctx, const QString& path, const QByteArray&
                                           "No s'ha pogut escriure el fitxer SEPA: ") +
                                 path + QStringLiteral(" (") + file.errorString() +
                                 QLatin1Char(')'));
+}
+
+// The receipts that cannot go, one a line: invoice, party and why.
+QString gapLines(const RemittancePlan& plan) {
+    QString lines;
+    for (const RemittanceGap& g : plan.gaps)
+        lines += QStringLiteral("\n%1  %2  %3").arg(g.factura, g.party, g.reason);
+    return lines;
 }
 
 bool collecting(const RunSide& side) {
@@ -106,8 +103,8 @@ RemittancePlan planRemittance(const WorkingContext& ctx, const RunSide& side, st
     d.creditorId = banking::creditorIdentifier(taxId, suffix);
     d.initiatorId = debit ? d.creditorId : taxId + suffix;
 
-    const auto own = ownAccount(ctx, account);
-    const auto iban = own ? banking::ibanOfAccount(own->iban) : std::nullopt;
+    const auto own = treasuryAccountFields(ctx, account);
+    const auto iban = own ? banking::ibanOfAccount(own->ccc) : std::nullopt;
     if (taxId.isEmpty()) {
         plan.refusal =
             fixedText(ctx, "La empresa no tiene NIF: sin él no hay identificador de acreedor.",
@@ -122,7 +119,7 @@ RemittancePlan planRemittance(const WorkingContext& ctx, const RunSide& side, st
                 "Cuentas (caja, bancos, etc.).",
                 "El compte de tresoreria no té un IBAN ni un CCC vàlid: indiqueu-lo a Comptes "
                 "(caixa, bancs, etc.).")
-                .prepend(own ? own->name + QStringLiteral(": ") : QString());
+                .prepend(own ? own->entidad + QStringLiteral(": ") : QString());
         return plan;
     }
     d.accountIban = *iban;
@@ -198,23 +195,18 @@ RemittanceOutcome Contabilizar_Remesa(const WorkingContext& ctx, Dialogs& dialog
                                  "Cap rebut de l'esborrany no pot anar al fitxer SEPA.");
     if (!plan.refusal.isEmpty()) {
         // The gaps say why no receipt can go.
-        QString why = plan.refusal;
-        for (const RemittanceGap& g : plan.gaps)
-            why += QStringLiteral("\n%1  %2  %3").arg(g.factura, g.party, g.reason);
-        dialogs.stop(why);
+        dialogs.stop(plan.refusal + gapLines(plan));
         out.stopped = true;
         return out;
     }
     if (!plan.gaps.empty()) {
-        QString list =
+        const QString list =
             fixedText(ctx,
                       "Estos recibos no pueden ir en el fichero SEPA y volverán a la lista "
                       "de pendientes:",
                       "Aquests rebuts no poden anar al fitxer SEPA i tornaran a la llista "
-                      "de pendents:");
-        for (const RemittanceGap& g : plan.gaps)
-            list += QStringLiteral("\n%1  %2  %3").arg(g.factura, g.party, g.reason);
-        list += QStringLiteral("\n\n") + Missatge(ctx, 25);
+                      "de pendents:") +
+            gapLines(plan) + QStringLiteral("\n\n") + Missatge(ctx, 25);
         if (dialogs.yesNo(list) != Dialogs::Answer::Yes) {
             out.stopped = true;
             return out;
@@ -282,11 +274,11 @@ RemittanceOutcome Contabilizar_Remesa(const WorkingContext& ctx, Dialogs& dialog
 
 std::vector<RemittanceRecord> remittances(const WorkingContext& ctx) {
     std::vector<RemittanceRecord> out;
-    if (!QFile::exists(banking::bankPath(ctx))) return out;
-    store::Database db = banking::openBankFile(ctx);
+    auto db = banking::openExistingBankFile(ctx);
+    if (!db) return out;
     auto st =
-        db.prepare(QStringLiteral("select Id, Tipo, Fecha, FechaCargo, Formato, Recibos, Total "
-                                  "from Remesas order by Id desc"));
+        db->prepare(QStringLiteral("select Id, Tipo, Fecha, FechaCargo, Formato, Recibos, Total "
+                                   "from Remesas order by Id desc"));
     while (st.next())
         out.push_back({st.int64(0), st.text(1) == QLatin1String("C"), st.date(2), st.date(3),
                        st.text(4), static_cast<int>(st.int64(5)), st.money(6)});
@@ -294,9 +286,9 @@ std::vector<RemittanceRecord> remittances(const WorkingContext& ctx) {
 }
 
 bool rewriteRemittance(const WorkingContext& ctx, std::int64_t remesa, const QString& path) {
-    if (!QFile::exists(banking::bankPath(ctx))) return false;
-    store::Database db = banking::openBankFile(ctx);
-    auto st = db.prepare(QStringLiteral("select Xml from Remesas where Id = ?"));
+    auto db = banking::openExistingBankFile(ctx);
+    if (!db) return false;
+    auto st = db->prepare(QStringLiteral("select Xml from Remesas where Id = ?"));
     st.bind(1, remesa);
     if (!st.next()) return false;
     const QByteArray xml = st.text(0).toUtf8();

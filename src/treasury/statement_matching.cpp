@@ -15,7 +15,6 @@
 #include "store/database.h"
 #include "store/schema_objects.h"
 
-#include <QFile>
 #include <QHash>
 #include <QSet>
 #include <QStringList>
@@ -162,10 +161,8 @@ QSet<QString> recordedKeys(store::Database& db, const QString& alias, const QStr
 }
 
 // What earlier imports recorded of the account; a company without the file has none.
-QSet<QString> importedKeys(const WorkingContext& ctx, const QString& number) {
-    if (!QFile::exists(banking::bankPath(ctx))) return {};
-    store::Database db = banking::openBankFile(ctx);
-    return recordedKeys(db, QString(), number);
+QSet<QString> importedKeys(std::optional<store::Database>& bank, const QString& number) {
+    return bank ? recordedKeys(*bank, QString(), number) : QSet<QString>{};
 }
 
 // Of the candidates: one whose invoice the line names, then the nearest date, then the
@@ -200,11 +197,11 @@ struct SentFile {
 };
 
 // The files sent from `treasuryAccount` whose line has not been imported yet.
-std::vector<SentFile> sentFiles(const WorkingContext& ctx, std::int64_t treasuryAccount) {
+std::vector<SentFile> sentFiles(const WorkingContext& ctx, std::optional<store::Database>& bank,
+                                std::int64_t treasuryAccount) {
     std::vector<SentFile> out;
-    if (!QFile::exists(banking::bankPath(ctx))) return out;
-    store::Database db = banking::openBankFile(ctx);
-    store::Statement st = db.prepare(QStringLiteral(
+    if (!bank) return out;
+    store::Statement st = bank->prepare(QStringLiteral(
         "select Id, Tipo, FechaCargo, Total from Remesas r where Entidad = ? and Ejercicio = ? and "
         "not exists (select 1 from ApuntesBanco a where a.Tipo = 'S' and a.Movimiento = r.Id) "
         "order by Id"));
@@ -340,10 +337,11 @@ std::vector<LineProposal> proposeMatches(const WorkingContext& ctx,
                                          const banking::N43Account& account,
                                          std::int64_t treasuryAccount) {
     const std::vector<QString> keys = statementLineKeys(account);
-    const QSet<QString> imported = importedKeys(ctx, account.number());
+    std::optional<store::Database> bank = banking::openExistingBankFile(ctx);
+    const QSet<QString> imported = importedKeys(bank, account.number());
     std::vector<OpenReceipt> receipts = portfolio(ctx);
     std::vector<Collection> collected = collections(ctx, treasuryAccount);
-    std::vector<SentFile> files = sentFiles(ctx, treasuryAccount);
+    std::vector<SentFile> files = sentFiles(ctx, bank, treasuryAccount);
     const QHash<std::int64_t, QString> clients =
         namesById(ctx, Gest, QStringLiteral("select Client, nom from Clients"));
     const QHash<std::int64_t, QString> suppliers =
@@ -568,13 +566,8 @@ ImportResult importMatches(const WorkingContext& ctx, Dialogs& dialogs,
 const banking::N43Account* statementAccountFor(const WorkingContext& ctx,
                                                const banking::N43File& file,
                                                std::int64_t treasuryAccount) {
-    QString ccc;
-    {
-        store::Database db = store::Database::open(ctx.exerciseFile(schema::db::Tesorer));
-        auto st = db.prepare(QStringLiteral("select ccc from entidades where Id = ?"));
-        st.bind(1, treasuryAccount);
-        if (st.next() && !st.isNull(0)) ccc = st.text(0);
-    }
+    const auto fields = treasuryAccountFields(ctx, treasuryAccount);
+    QString ccc = fields ? fields->ccc : QString();
     if (const auto iban = banking::ibanOfAccount(ccc);
         iban && iban->startsWith(QLatin1String("ES")))
         ccc = iban->mid(4);

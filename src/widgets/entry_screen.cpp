@@ -8,6 +8,7 @@
 #include "field_behaviour.h"
 #include "journal_list.h"
 #include "schema/creation.h"
+#include "screen_style.h"
 #include "store/database.h"
 
 #include <QCloseEvent>
@@ -262,10 +263,7 @@ void EntryScreen::setStatus(const QString& text) {
 }
 
 void EntryScreen::closeScreen() {
-    if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()))
-        window->close();
-    else
-        close();
+    ui::closeScreen(this);
 }
 
 void EntryScreen::bringToFront() {

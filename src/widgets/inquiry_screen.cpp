@@ -19,7 +19,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiSubWindow>
 #include <QRadioButton>
 #include <QTableWidget>
 #include <QToolBar>
@@ -386,10 +385,7 @@ void InquiryScreen::showError(const QString& message) {
 }
 
 void InquiryScreen::closeScreen() {
-    if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()))
-        window->close();
-    else
-        close();
+    ui::closeScreen(this);
 }
 
 bool InquiryScreen::eventFilter(QObject* watched, QEvent* event) {

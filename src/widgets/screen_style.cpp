@@ -4,6 +4,7 @@
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QShortcut>
 #include <QTabBar>
@@ -25,6 +26,13 @@ QLabel* boldLabel(const QString& text, QWidget* parent) {
     f.setBold(true);
     label->setFont(f);
     return label;
+}
+
+void closeScreen(QWidget* screen) {
+    if (auto* window = qobject_cast<QMdiSubWindow*>(screen->parentWidget()))
+        window->close();
+    else
+        screen->close();
 }
 
 QWidget* bandTitle(const QString& title, const QString& right, QWidget* parent,

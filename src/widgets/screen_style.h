@@ -27,6 +27,9 @@ QPushButton* dialogButton(const char* name, const QString& caption, QWidget* par
 // A label in bold, its text trimmed.
 QLabel* boldLabel(const QString& text, QWidget* parent);
 
+// Closes a screen: its window in the main window's workspace when it has one, else itself.
+void closeScreen(QWidget* screen);
+
 // The dark band at the top of a screen: its title on the left, `right` on the right. The
 // two labels take the names given, so that a screen can find and change them.
 QWidget* bandTitle(const QString& title, const QString& right, QWidget* parent,

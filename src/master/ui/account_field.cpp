@@ -47,7 +47,10 @@ QPushButton* addAccountChecks(const WorkingContext& ctx, FieldGrid& grid, QLineE
     toIban->setObjectName(QStringLiteral("btn") + field->objectName() + QStringLiteral("IBAN"));
     toIban->setFocusPolicy(Qt::ClickFocus);
     toIban->setAutoDefault(false);
+    // The button keeps its size at the right whether a warning shows beside it or not.
+    toIban->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     layout->addWidget(warning, 1);
+    layout->addStretch();
     layout->addWidget(toIban);
     grid.add(row, QString(), true);
 

@@ -11,7 +11,6 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMdiSubWindow>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -285,10 +284,7 @@ void MasterForm::Tancar() {
 }
 
 void MasterForm::closeScreen() {
-    if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()))
-        window->close();
-    else
-        close();
+    ui::closeScreen(this);
 }
 
 }  // namespace tallora

@@ -20,7 +20,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -154,10 +153,7 @@ void FormVistaRapida::closeEvent(QCloseEvent* event) {
 
 void FormVistaRapida::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) {
-        if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()))
-            window->close();
-        else
-            close();
+        ui::closeScreen(this);
         return;
     }
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))

@@ -146,12 +146,9 @@ void showReturn(FormConsEXTRACTO& screen) {
 QString sampleStatement(const WorkingContext& ctx, std::int64_t bank) {
     static QTemporaryDir folder;
     QString ccc = QStringLiteral("21000418450200051332");
-    {
-        store::Database db = store::Database::open(ctx.exerciseFile(QStringLiteral("tesorer.mdb")));
-        auto st = db.prepare(QStringLiteral("select ccc from entidades where Id = ?"));
-        st.bind(1, bank);
-        if (st.next() && !st.isNull(0) && st.text(0).size() == 20) ccc = st.text(0);
-    }
+    if (const auto fields = treasury::treasuryAccountFields(ctx, bank);
+        fields && fields->ccc.size() == 20)
+        ccc = fields->ccc;
     const QString number = ccc.left(8) + ccc.mid(10);
     const auto amount = [](Money m) {
         const qint64 cents = (m.units() < 0 ? -m.units() : m.units()) / 100;

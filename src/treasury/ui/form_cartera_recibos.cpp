@@ -21,7 +21,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabBar>
@@ -331,10 +330,7 @@ bool FormCarteraRecibos::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FormCarteraRecibos::closeScreen() {
-    if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()))
-        window->close();
-    else
-        close();
+    ui::closeScreen(this);
 }
 
 }  // namespace tallora

@@ -28,7 +28,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QToolBar>
@@ -515,10 +514,7 @@ bool FormCarteraRun::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FormCarteraRun::closeScreen() {
-    if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()))
-        window->close();
-    else
-        close();
+    ui::closeScreen(this);
 }
 
 }  // namespace tallora

@@ -20,7 +20,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -301,10 +300,7 @@ void FormExtractoBanco::Importar() {
 }
 
 void FormExtractoBanco::closeScreen() {
-    if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()))
-        window->close();
-    else
-        close();
+    ui::closeScreen(this);
 }
 
 bool FormExtractoBanco::eventFilter(QObject* watched, QEvent* event) {

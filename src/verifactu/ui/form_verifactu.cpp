@@ -22,7 +22,6 @@
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -96,12 +95,7 @@ FormVerifactu::FormVerifactu(WorkingContext& ctx, Dialogs& dialogs, QWidget* par
     cmdCerrar_ = ui::dialogButton("cmdCerrar", t("Cerrar", "Tancar"), this);
     connect(cmdComprobar_, &QPushButton::clicked, this, &FormVerifactu::checkChain);
     connect(cmdEnviar_, &QPushButton::clicked, this, &FormVerifactu::sendPending);
-    connect(cmdCerrar_, &QPushButton::clicked, this, [this] {
-        if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()))
-            window->close();
-        else
-            close();
-    });
+    connect(cmdCerrar_, &QPushButton::clicked, this, [this] { ui::closeScreen(this); });
     foot->addWidget(cmdComprobar_);
     foot->addWidget(cmdEnviar_);
     foot->addWidget(cmdCerrar_);
