@@ -141,7 +141,7 @@ void normaliseExempt(const WorkingContext& ctx) {
     tx.commit();
 }
 
-void Genera_Explota(const WorkingContext& ctx, int from, int to) {
+OperatingTotals Genera_Explota(const WorkingContext& ctx, int from, int to) {
     Database db = Database::open(ctx.exerciseFile(schema::db::Explota));
     db.attach(ctx.exerciseFile(schema::db::Comptes), QStringLiteral("comptes"));
     db.attach(ctx.exerciseFile(schema::db::FrasOut), QStringLiteral("fout"));
@@ -207,14 +207,24 @@ void Genera_Explota(const WorkingContext& ctx, int from, int to) {
     }
     st.execute();
     tx.commit();
+    OperatingTotals totals;
+    for (std::size_t m = 0; m < 12; ++m) {
+        totals.income += incomeSum[m];
+        totals.expenses += expenseSum[m];
+    }
+    return totals;
+}
+
+OperatingTotals buildOperatingStatement(const WorkingContext& ctx, int from, int to) {
+    makeTables(ctx);
+    normaliseExempt(ctx);
+    return Genera_Explota(ctx, from, to);
 }
 
 bool prepareOperatingStatement(const WorkingContext& ctx, Dialogs& dialogs,
                                const OperatingRequest& r) {
     if (!checkPeriod(ctx, dialogs, r.fromMonth, r.toMonth)) return false;
-    makeTables(ctx);
-    normaliseExempt(ctx);
-    Genera_Explota(ctx, r.fromMonth, r.toMonth);
+    buildOperatingStatement(ctx, r.fromMonth, r.toMonth);
     return true;
 }
 

@@ -19,6 +19,7 @@
 // explota joined to COMPTES by name; the results come as the formulas res01..res12, resTOTAL
 // and ac01..ac12 besides those of the statement.
 #include "context/fwd.h"
+#include "context/money.h"
 #include "report/report_helpers.h"
 #include "report/report_job.h"
 
@@ -32,8 +33,17 @@ namespace tallora::books {
 // before withholding). In one transaction.
 void normaliseExempt(const WorkingContext& ctx);
 
+// The income and the expenses of the statement's period, as its accounts add them up.
+struct OperatingTotals {
+    Money income, expenses;
+};
+
 // Genera_Explota for the months `fromMonth` to `toMonth` (1 to 12), after the tables are made.
-void Genera_Explota(const WorkingContext& ctx, int fromMonth, int toMonth);
+OperatingTotals Genera_Explota(const WorkingContext& ctx, int fromMonth, int toMonth);
+
+// The tables, the normalising and the build, without the period check: the figures the
+// statement prints, also read by the self-employed's quarterly payment (modelo 130).
+OperatingTotals buildOperatingStatement(const WorkingContext& ctx, int fromMonth, int toMonth);
 
 struct OperatingRequest {
     int level = 1;  // OpE1, OpE2, OpE3

@@ -239,6 +239,12 @@ const std::vector<Command>& commands() {
          QStringList{"from", "to", "series", "irpf", "date", "pdf", "text", "party", "invoices",
                      "level"},
          bookCommand},
+        {"aeat-books", "NIF8 YYYY FILE", 3, 3, {"from", "to", "monthly"}, aeatBooksCommand},
+        {"model-303", "NIF8 YYYY PERIOD", 3, 3, {"file", "box"}, modelCommand},
+        {"model-347", "NIF8 YYYY", 2, 2, {"file"}, modelCommand},
+        {"model-349", "NIF8 YYYY PERIOD", 3, 3, {"file"}, modelCommand},
+        {"model-111", "NIF8 YYYY PERIOD", 3, 3, {"file", "box"}, modelCommand},
+        {"model-130", "NIF8 YYYY PERIOD", 3, 3, {"box"}, modelCommand},
     };
     return table;
 }

@@ -62,6 +62,8 @@ const std::map<QString, bool>& knownOptions() {
                  .split(u' '))
             o.emplace(field, true);
         o.emplace(QStringLiteral("accept-matches"), false);
+        // The tax agency's books and returns.
+        o.insert({{"monthly", false}, {"file", true}, {"box", true}});
         return o;
     }();
     return options;
@@ -76,7 +78,7 @@ bool takesValue(const CliOptions& options, const QString& name, bool known) {
 
 // Options that may be given more than once: each gives one more value.
 bool repeatable(const QString& name) {
-    return name == u"line";
+    return name == u"line" || name == u"box";
 }
 
 void take(CliOptions& options, const QString& word) {

@@ -113,6 +113,10 @@ int sampleExerciseCommand(Session& s, const CliOptions& o);
 // book_commands.cpp
 int bookCommand(Session& s, const CliOptions& o);
 
+// aeat_commands.cpp
+int aeatBooksCommand(Session& s, const CliOptions& o);
+int modelCommand(Session& s, const CliOptions& o);
+
 // interchange_commands.cpp
 int exportCommand(Session& s, const CliOptions& o);
 int importCommand(Session& s, const CliOptions& o);
