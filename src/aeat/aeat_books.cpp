@@ -15,33 +15,85 @@ using report::Sheet;
 using report::SheetRow;
 
 // Column headings; a " – " parts the group (first heading row) from the column (second).
-const std::array<const char*, 36> kIssued{
-    "Ejercicio", "Periodo", "Actividad – Código", "Actividad – Tipo", "Actividad – Epígrafe IAE",
-    "Tipo de Factura", "Concepto de Ingreso", "Ingreso Computable", "Fecha Expedición",
-    "Fecha Operación", "Identificación de la Factura – Serie",
-    "Identificación de la Factura – Número", "Identificación de la Factura – Número-Final",
-    "NIF Destinatario – Tipo", "NIF Destinatario – Código País",
-    "NIF Destinatario – Identificación", "Nombre Destinatario", "Clave de Operación",
-    "Calificación de la Operación", "Operación Exenta", "Total Factura", "Base Imponible",
-    "Tipo de IVA", "Cuota IVA Repercutida", "Tipo de Recargo Eq.", "Cuota Recargo Eq.",
-    "Cobro – Fecha", "Cobro – Importe", "Cobro – Medio", "Cobro – Identificación del medio",
-    "Tipo Retención IRPF", "Importe Retenido IRPF", "Registro Acuerdo Facturación",
-    "Inmueble – Situación", "Inmueble – Referencia Catastral", "Referencia Externa"};
+const std::array<const char*, 36> kIssued{"Ejercicio",
+                                          "Periodo",
+                                          "Actividad – Código",
+                                          "Actividad – Tipo",
+                                          "Actividad – Epígrafe IAE",
+                                          "Tipo de Factura",
+                                          "Concepto de Ingreso",
+                                          "Ingreso Computable",
+                                          "Fecha Expedición",
+                                          "Fecha Operación",
+                                          "Identificación de la Factura – Serie",
+                                          "Identificación de la Factura – Número",
+                                          "Identificación de la Factura – Número-Final",
+                                          "NIF Destinatario – Tipo",
+                                          "NIF Destinatario – Código País",
+                                          "NIF Destinatario – Identificación",
+                                          "Nombre Destinatario",
+                                          "Clave de Operación",
+                                          "Calificación de la Operación",
+                                          "Operación Exenta",
+                                          "Total Factura",
+                                          "Base Imponible",
+                                          "Tipo de IVA",
+                                          "Cuota IVA Repercutida",
+                                          "Tipo de Recargo Eq.",
+                                          "Cuota Recargo Eq.",
+                                          "Cobro – Fecha",
+                                          "Cobro – Importe",
+                                          "Cobro – Medio",
+                                          "Cobro – Identificación del medio",
+                                          "Tipo Retención IRPF",
+                                          "Importe Retenido IRPF",
+                                          "Registro Acuerdo Facturación",
+                                          "Inmueble – Situación",
+                                          "Inmueble – Referencia Catastral",
+                                          "Referencia Externa"};
 
-const std::array<const char*, 42> kReceived{
-    "Ejercicio", "Periodo", "Actividad – Código", "Actividad – Tipo", "Actividad – Epígrafe IAE",
-    "Tipo de Factura", "Concepto de Gasto", "Gasto Deducible", "Fecha Expedición",
-    "Fecha Operación", "Identificación Factura del Expedidor – Serie-Número",
-    "Identificación Factura del Expedidor – Número-Final", "Fecha Recepción",
-    "Número Recepción", "Número Recepción Final", "NIF Expedidor – Tipo",
-    "NIF Expedidor – Código País", "NIF Expedidor – Identificación", "Nombre Expedidor",
-    "Clave de Operación", "Bien de Inversión", "Inversión del Sujeto Pasivo",
-    "Deducible en Periodo Posterior", "Periodo Deducción – Ejercicio",
-    "Periodo Deducción – Periodo", "Total Factura", "Base Imponible", "Tipo de IVA",
-    "Cuota IVA Soportado", "Cuota Deducible", "Tipo Recargo Eq.", "Cuota Recargo Eq.",
-    "Pago – Fecha", "Pago – Importe", "Pago – Medio", "Pago – Identificación del medio",
-    "Tipo Retención IRPF", "Importe Retenido IRPF", "Registro Acuerdo Facturación",
-    "Inmueble – Situación", "Inmueble – Referencia Catastral", "Referencia Externa"};
+const std::array<const char*, 42> kReceived{"Ejercicio",
+                                            "Periodo",
+                                            "Actividad – Código",
+                                            "Actividad – Tipo",
+                                            "Actividad – Epígrafe IAE",
+                                            "Tipo de Factura",
+                                            "Concepto de Gasto",
+                                            "Gasto Deducible",
+                                            "Fecha Expedición",
+                                            "Fecha Operación",
+                                            "Identificación Factura del Expedidor – Serie-Número",
+                                            "Identificación Factura del Expedidor – Número-Final",
+                                            "Fecha Recepción",
+                                            "Número Recepción",
+                                            "Número Recepción Final",
+                                            "NIF Expedidor – Tipo",
+                                            "NIF Expedidor – Código País",
+                                            "NIF Expedidor – Identificación",
+                                            "Nombre Expedidor",
+                                            "Clave de Operación",
+                                            "Bien de Inversión",
+                                            "Inversión del Sujeto Pasivo",
+                                            "Deducible en Periodo Posterior",
+                                            "Periodo Deducción – Ejercicio",
+                                            "Periodo Deducción – Periodo",
+                                            "Total Factura",
+                                            "Base Imponible",
+                                            "Tipo de IVA",
+                                            "Cuota IVA Soportado",
+                                            "Cuota Deducible",
+                                            "Tipo Recargo Eq.",
+                                            "Cuota Recargo Eq.",
+                                            "Pago – Fecha",
+                                            "Pago – Importe",
+                                            "Pago – Medio",
+                                            "Pago – Identificación del medio",
+                                            "Tipo Retención IRPF",
+                                            "Importe Retenido IRPF",
+                                            "Registro Acuerdo Facturación",
+                                            "Inmueble – Situación",
+                                            "Inmueble – Referencia Catastral",
+                                            "Referencia Externa"};
 
 template <std::size_t N>
 std::vector<SheetRow> headings(const std::array<const char*, N>& names) {
@@ -56,7 +108,9 @@ std::vector<SheetRow> headings(const std::array<const char*, N>& names) {
     return {groups, columns};
 }
 
-QString dateText(const QDate& d) { return d.isValid() ? d.toString(u"dd/MM/yyyy") : QString(); }
+QString dateText(const QDate& d) {
+    return d.isValid() ? d.toString(u"dd/MM/yyyy") : QString();
+}
 
 // The invoice-type code of a line.
 QString invoiceType(const WorkingContext& ctx, const RegisterLine& l, bool sale) {
@@ -97,8 +151,7 @@ QString aeatDecimal(Money m) {
         .arg(a % 100, 2, 10, QLatin1Char('0'));
 }
 
-Sheet issuedSheet(const WorkingContext& ctx, const std::vector<RegisterLine>& lines,
-                  bool monthly) {
+Sheet issuedSheet(const WorkingContext& ctx, const std::vector<RegisterLine>& lines, bool monthly) {
     Sheet sheet;
     sheet.name = QStringLiteral("EXPEDIDAS");
     sheet.headings = headings(kIssued);
@@ -107,7 +160,7 @@ Sheet issuedSheet(const WorkingContext& ctx, const std::vector<RegisterLine>& li
         const QString type = invoiceType(ctx, l, true);
         const auto id = partyId(l);
         const bool exempt = l.rate == Money{};
-        const QString exemption = !exempt ? QString()
+        const QString exemption = !exempt                                    ? QString()
                                   : l.territory == Territory::IntraCommunity ? QStringLiteral("E5")
                                   : l.territory == Territory::Canarias       ? QStringLiteral("E2")
                                                                              : QStringLiteral("E1");
@@ -121,8 +174,8 @@ Sheet issuedSheet(const WorkingContext& ctx, const std::vector<RegisterLine>& li
         r[13] = id[0];
         r[14] = id[1];
         r[15] = id[2];
-        r[16] = l.nif.isEmpty() && type == u"F2" ? QStringLiteral("VENTAS A CONSUMIDOR FINAL")
-                                                 : l.name;
+        r[16] =
+            l.nif.isEmpty() && type == u"F2" ? QStringLiteral("VENTAS A CONSUMIDOR FINAL") : l.name;
         r[17] = l.territory == Territory::Canarias ? QStringLiteral("02") : QStringLiteral("01");
         r[18] = exempt ? QString() : QStringLiteral("S1");
         r[19] = exemption;
@@ -164,8 +217,8 @@ Sheet receivedSheet(const WorkingContext& ctx, const std::vector<RegisterLine>& 
         r[16] = id[1];
         r[17] = id[2];
         r[18] = l.name;
-        r[19] = l.territory == Territory::IntraCommunity ? QStringLiteral("09")
-                                                         : QStringLiteral("01");
+        r[19] =
+            l.territory == Territory::IntraCommunity ? QStringLiteral("09") : QStringLiteral("01");
         r[20] = l.investment() ? QStringLiteral("S") : QStringLiteral("N");
         r[21] = QStringLiteral("N");
         r[22] = QStringLiteral("N");
@@ -188,8 +241,7 @@ Sheet receivedSheet(const WorkingContext& ctx, const std::vector<RegisterLine>& 
 }
 
 std::vector<Sheet> aeatBookSheets(const WorkingContext& ctx, const AeatBookRequest& request) {
-    return {issuedSheet(ctx, issuedLines(ctx, request.fromMonth, request.toMonth),
-                        request.monthly),
+    return {issuedSheet(ctx, issuedLines(ctx, request.fromMonth, request.toMonth), request.monthly),
             receivedSheet(ctx, receivedLines(ctx, request.fromMonth, request.toMonth),
                           request.monthly)};
 }

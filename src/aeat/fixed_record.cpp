@@ -59,8 +59,7 @@ FixedRecord& FixedRecord::signedAmount(int position, int length, Money value) {
     return *this;
 }
 
-FixedRecord& FixedRecord::amountWithSign(int signPosition, int position, int length,
-                                         Money value) {
+FixedRecord& FixedRecord::amountWithSign(int signPosition, int position, int length, Money value) {
     const qint64 c = cents(value);
     if (signPosition > 0) put(signPosition, c < 0 ? QStringLiteral("N") : QStringLiteral(" "));
     return number(position, length, c < 0 ? -c : c);

@@ -57,16 +57,16 @@ ModelFigures compute130(const WorkingContext& ctx, const TaxPeriod& p, const Typ
     }
     const Quarter q = quarter(ctx, p.year, p.toMonth, earlier);
     if (legalPerson(ctx.EmpresaNIF))
-        f.warnings << fixedText(ctx, "El modelo 130 es de personas físicas: la empresa tiene un NIF "
-                                     "de persona jurídica.",
+        f.warnings << fixedText(ctx,
+                                "El modelo 130 es de personas físicas: la empresa tiene un NIF "
+                                "de persona jurídica.",
                                 "El model 130 és de persones físiques: l'empresa té un NIF de "
                                 "persona jurídica.");
     BoxAdder b(f);
     b.section("Actividades económicas en estimación directa",
               "Activitats econòmiques en estimació directa")
         .amount("01", "Ingresos computables del año", "Ingressos computables de l'any", q.income)
-        .amount("02", "Gastos fiscalmente deducibles", "Despeses fiscalment deduïbles",
-                q.expenses)
+        .amount("02", "Gastos fiscalmente deducibles", "Despeses fiscalment deduïbles", q.expenses)
         .amount("03", "Rendimiento neto", "Rendiment net", q.net)
         .amount("04", "20 % del rendimiento neto", "20 % del rendiment net", q.tax)
         .amount("05", "Pagos fraccionados de trimestres anteriores",

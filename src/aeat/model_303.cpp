@@ -21,7 +21,9 @@
 namespace tallora::aeat {
 namespace {
 
-Money pct(double v) { return Money::fromDouble(v); }
+Money pct(double v) {
+    return Money::fromDouble(v);
+}
 
 struct RateBoxes {
     double rate;
@@ -140,8 +142,7 @@ ModelFigures compute303(const WorkingContext& ctx, const TaxPeriod& p, const Typ
             .amount(quota, (QByteArray(es) + ": cuota").constData(),
                     (QByteArray(ca) + ": quota").constData(), s.quota);
     };
-    pair("28", "29", "Operaciones interiores corrientes", "Operacions interiors corrents",
-         current);
+    pair("28", "29", "Operaciones interiores corrientes", "Operacions interiors corrents", current);
     pair("30", "31", "Operaciones interiores con bienes de inversión",
          "Operacions interiors amb béns d'inversió", investment);
     pair("32", "33", "Importaciones de bienes corrientes", "Importacions de béns corrents",
@@ -176,10 +177,10 @@ ModelFigures compute303(const WorkingContext& ctx, const TaxPeriod& p, const Typ
     const Money r71 = r69 - f.value(QStringLiteral("70"));
     b.amount("71", "Resultado de la liquidación", "Resultat de la liquidació", r71);
     const bool yearEnd = p.toMonth == 12;
-    f.declarationType = r71 > Money{}             ? QStringLiteral("I")
-                        : r71 == Money{}          ? QStringLiteral("N")
-                        : yearEnd                 ? QStringLiteral("D")
-                                                  : QStringLiteral("C");
+    f.declarationType = r71 > Money{}    ? QStringLiteral("I")
+                        : r71 == Money{} ? QStringLiteral("N")
+                        : yearEnd        ? QStringLiteral("D")
+                                         : QStringLiteral("C");
     return f;
 }
 
@@ -200,14 +201,14 @@ QByteArray file303(const WorkingContext& ctx, const ModelFigures& f) {
     };
     // [150]–[152] (0 %) and the boxes the program never fills are written as zeros.
     const Slot fields[] = {
-        {"150", 17}, {"151", 5},  {"152", 17}, {"01", 17},  {"02", 5},   {"03", 17},  {"153", 17},
-        {"154", 5},  {"155", 17}, {"04", 17},  {"05", 5},   {"06", 17},  {"07", 17},  {"08", 5},
-        {"09", 17},  {"10", 17},  {"11", 17},  {"12", 17},  {"13", 17},  {"14", 17},  {"15", 17},
-        {"156", 17}, {"157", 5},  {"158", 17}, {"16", 17},  {"17", 5},   {"18", 17},  {"19", 17},
-        {"20", 5},   {"21", 17},  {"22", 17},  {"23", 5},   {"24", 17},  {"25", 17},  {"26", 17},
-        {"27", 17},  {"28", 17},  {"29", 17},  {"30", 17},  {"31", 17},  {"32", 17},  {"33", 17},
-        {"34", 17},  {"35", 17},  {"36", 17},  {"37", 17},  {"38", 17},  {"39", 17},  {"40", 17},
-        {"41", 17},  {"42", 17},  {"43", 17},  {"44", 17},  {"45", 17},  {"46", 17}};
+        {"150", 17}, {"151", 5},  {"152", 17}, {"01", 17}, {"02", 5},  {"03", 17}, {"153", 17},
+        {"154", 5},  {"155", 17}, {"04", 17},  {"05", 5},  {"06", 17}, {"07", 17}, {"08", 5},
+        {"09", 17},  {"10", 17},  {"11", 17},  {"12", 17}, {"13", 17}, {"14", 17}, {"15", 17},
+        {"156", 17}, {"157", 5},  {"158", 17}, {"16", 17}, {"17", 5},  {"18", 17}, {"19", 17},
+        {"20", 5},   {"21", 17},  {"22", 17},  {"23", 5},  {"24", 17}, {"25", 17}, {"26", 17},
+        {"27", 17},  {"28", 17},  {"29", 17},  {"30", 17}, {"31", 17}, {"32", 17}, {"33", 17},
+        {"34", 17},  {"35", 17},  {"36", 17},  {"37", 17}, {"38", 17}, {"39", 17}, {"40", 17},
+        {"41", 17},  {"42", 17},  {"43", 17},  {"44", 17}, {"45", 17}, {"46", 17}};
     int at = 130;
     for (const Slot& s : fields) {
         const Money v = f.value(QString::fromLatin1(s.box));

@@ -5,7 +5,8 @@
 //
 // The amount is the invoice's total with its taxes, before any withholding. Left out, as the
 // agency asks: intra-community operations (they go in the 349) and purchases with an income
-// tax withholding (they go in the withholding returns).
+// tax withholding (they go in the withholding returns); and the purchases of groups 63 and
+// 64, taxes and staff costs, which are no dealings with a supplier.
 #include "context/messages.h"
 #include "context/working_context.h"
 #include "fixed_record.h"
@@ -44,20 +45,21 @@ QString partyKey(const QString& nif, const QString& name) {
 
 void readSide(const WorkingContext& ctx, bool sales, int year, Parties& parties,
               std::map<qint64, QString>& keyOfCustomer) {
-    store::Database db = store::Database::open(
-        ctx.exerciseFile(sales ? schema::db::FrasOut : schema::db::FrasIn));
+    store::Database db =
+        store::Database::open(ctx.exerciseFile(sales ? schema::db::FrasOut : schema::db::FrasIn));
     db.attach(ctx.exerciseFile(schema::db::Gest), QStringLiteral("gest"));
     store::Statement st = db.prepare(
-        sales ? QStringLiteral(
-                    "select f.Client, c.nif, coalesce(c.nom, f.NomClient), c.cp, f.data, "
-                    "coalesce(f.TOTAL, 0) + coalesce(f.Retencio, 0), f.Clasificacion, 0 "
-                    "from FrasOut f left join gest.Clients c on c.client = f.Client "
-                    "where f.data between ? and ?")
-              : QStringLiteral(
-                    "select f.Proveidor, p.nif, coalesce(p.nom, f.NomProveidor), p.cp, f.data, "
-                    "coalesce(f.TOTAL, 0) + coalesce(f.Retencio, 0), f.Clasificacion, "
-                    "coalesce(f.Retencio, 0) from FrasIN f left join gest.Proveidors p "
-                    "on p.proveidor = f.Proveidor where f.data between ? and ?"));
+        sales
+            ? QStringLiteral("select f.Client, c.nif, coalesce(c.nom, f.NomClient), c.cp, f.data, "
+                             "coalesce(f.TOTAL, 0) + coalesce(f.Retencio, 0), f.Clasificacion, 0 "
+                             "from FrasOut f left join gest.Clients c on c.client = f.Client "
+                             "where f.data between ? and ?")
+            : QStringLiteral(
+                  "select f.Proveidor, p.nif, coalesce(p.nom, f.NomProveidor), p.cp, f.data, "
+                  "coalesce(f.TOTAL, 0) + coalesce(f.Retencio, 0), f.Clasificacion, "
+                  "coalesce(f.Retencio, 0) from FrasIN f left join gest.Proveidors p "
+                  "on p.proveidor = f.Proveidor where f.data between ? and ? "
+                  "and coalesce(f.Grup, 0) not in (63, 64)"));
     st.bind(1, QDate(year, 1, 1)).bind(2, QDate(year, 12, 31));
     const QChar key = sales ? u'B' : u'A';
     while (st.next()) {
@@ -86,11 +88,11 @@ void readCash(const WorkingContext& ctx, int year, Parties& parties,
     const QString path = ctx.exerciseFile(schema::db::Tesorer);
     if (!QFile::exists(path)) return;
     store::Database db = store::Database::open(path);
-    store::Statement st = db.prepare(
-        QStringLiteral("select m.cliente, sum(coalesce(m.D, 0) - coalesce(m.H, 0)) "
-                       "from movimientos m join entidades e on e.Id = m.entidad "
-                       "where e.Grup = ? and m.cliente <> 0 and m.data between ? and ? "
-                       "group by m.cliente"));
+    store::Statement st =
+        db.prepare(QStringLiteral("select m.cliente, sum(coalesce(m.D, 0) - coalesce(m.H, 0)) "
+                                  "from movimientos m join entidades e on e.Id = m.entidad "
+                                  "where e.Grup = ? and m.cliente <> 0 and m.data between ? and ? "
+                                  "group by m.cliente"));
     st.bind(1, master::kGrupCaja).bind(2, QDate(year, 1, 1)).bind(3, QDate(year, 12, 31));
     while (st.next()) {
         const auto it = keyOfCustomer.find(st.int64(0));
@@ -164,7 +166,7 @@ QByteArray file347(const WorkingContext& ctx, const ModelFigures& f) {
         .text(18, 40, ctx.EmpresaNom)
         .text(58, 1, QStringLiteral("T"))
         .text(68, 40, ctx.EmpresaNom)
-        .text(108, 13, QStringLiteral("347%1000001").arg(year))
+        .text(108, 13, QStringLiteral("347") + QString::number(year) + QStringLiteral("000001"))
         .number(123, 13, 0)
         .number(136, 9, f.value(QStringLiteral("01")).units() / Money::kScale)
         .amountWithSign(145, 146, 15, f.value(QStringLiteral("02")))
@@ -174,8 +176,8 @@ QByteArray file347(const WorkingContext& ctx, const ModelFigures& f) {
     for (const report::SheetRow& row : f.parties.rows) {
         const QString nif = std::get<QString>(row[0]);
         const bool foreign = !nif.isEmpty() && !verifactu::looksSpanish(nif);
-        const Money cash = std::holds_alternative<Money>(row[9]) ? std::get<Money>(row[9])
-                                                                 : Money{};
+        const Money cash =
+            std::holds_alternative<Money>(row[9]) ? std::get<Money>(row[9]) : Money{};
         FixedRecord r(500);
         r.text(1, 1, QStringLiteral("2"))
             .text(2, 3, QStringLiteral("347"))

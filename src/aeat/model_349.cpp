@@ -45,8 +45,8 @@ ModelFigures compute349(const WorkingContext& ctx, const TaxPeriod& p) {
     report::Sheet& s = f.parties;
     s.name = QStringLiteral("349");
     s.headings = {{fixedText(ctx, "NIF-IVA", "NIF-IVA"), fixedText(ctx, "Nombre", "Nom"),
-                   fixedText(ctx, "Clave", "Clau"), fixedText(ctx, "Base imponible",
-                                                              "Base imposable")}};
+                   fixedText(ctx, "Clave", "Clau"),
+                   fixedText(ctx, "Base imponible", "Base imposable")}};
     Money total;
     for (const auto& [id, o] : operators) {
         if (!withCountry(o.nif))
@@ -60,8 +60,7 @@ ModelFigures compute349(const WorkingContext& ctx, const TaxPeriod& p) {
     BoxAdder b(f);
     b.section("Resumen de la declaración", "Resum de la declaració")
         .count("01", "Número total de operadores intracomunitarios",
-               "Nombre total d'operadors intracomunitaris",
-               static_cast<qint64>(s.rows.size()))
+               "Nombre total d'operadors intracomunitaris", static_cast<qint64>(s.rows.size()))
         .amount("02", "Importe de las operaciones intracomunitarias",
                 "Import de les operacions intracomunitàries", total);
     return f;
@@ -77,7 +76,8 @@ QByteArray file349(const WorkingContext& ctx, const ModelFigures& f) {
         .text(18, 40, ctx.EmpresaNom)
         .text(58, 1, QStringLiteral("T"))
         .text(68, 40, ctx.EmpresaNom)
-        .text(108, 13, QStringLiteral("349%1000001").arg(f.period.year))
+        .text(108, 13,
+              QStringLiteral("349") + QString::number(f.period.year) + QStringLiteral("000001"))
         .number(123, 13, 0)
         .text(136, 2, f.period.code)
         .number(138, 9, static_cast<qint64>(f.parties.rows.size()))

@@ -109,7 +109,9 @@ ModelFigures computeModel(const WorkingContext& ctx, Model model, const TaxPerio
     return {};
 }
 
-bool modelHasFile(Model model) { return model != Model::M130; }
+bool modelHasFile(Model model) {
+    return model != Model::M130;
+}
 
 QByteArray modelFile(const WorkingContext& ctx, const ModelFigures& f) {
     switch (f.model) {
@@ -147,21 +149,22 @@ QString boxText(const WorkingContext& ctx, const Box& box) {
 QStringList modelLines(const WorkingContext& ctx, const ModelFigures& f) {
     const bool catalan = ctx.Idioma == u"cat";
     QStringList lines;
-    lines << modelTitle(ctx, f.model) + QStringLiteral(" · %1 %2").arg(f.period.year).arg(
-                                            f.period.code);
+    lines << modelTitle(ctx, f.model) +
+                 QStringLiteral(" · %1 %2").arg(f.period.year).arg(f.period.code);
     int section = -1;
     for (const Box& b : f.boxes) {
         if (b.section != section) {
             section = b.section;
-            lines << QString() << f.sections.value(section).section(u'|', catalan ? 1 : 0,
-                                                                    catalan ? 1 : 0);
+            lines << QString()
+                  << f.sections.value(section).section(u'|', catalan ? 1 : 0, catalan ? 1 : 0);
         }
-        lines << QStringLiteral("[%1] %2\t%3").arg(b.number, catalan ? b.catalan : b.spanish,
-                                                   boxText(ctx, b));
+        lines << QStringLiteral("[%1] %2\t%3")
+                     .arg(b.number, catalan ? b.catalan : b.spanish, boxText(ctx, b));
     }
     if (!f.declarationType.isEmpty())
-        lines << QString() << fixedText(ctx, "Tipo de declaración", "Tipus de declaració") +
-                                  u'\t' + f.declarationType;
+        lines << QString()
+              << fixedText(ctx, "Tipo de declaración", "Tipus de declaració") + u'\t' +
+                     f.declarationType;
     if (!f.parties.rows.empty()) {
         lines << QString();
         lines << report::sheetLines(f.parties, ctx.decimalMark());

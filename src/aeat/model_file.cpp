@@ -12,8 +12,8 @@ QString fileTaxId(const QString& nif) {
 }
 
 QByteArray designFile(const QString& model, const TaxPeriod& period, const QByteArray& pages) {
-    const QString tag = model + u'0' + QString::number(period.year) + period.code +
-                        QStringLiteral("0000>");
+    const QString tag =
+        model + u'0' + QString::number(period.year) + period.code + QStringLiteral("0000>");
     // The program's version in four digits: 5.0.0 gives "0500".
     const QStringList v = programVersion().split(u'.');
     const int version = v.value(0).toInt() * 100 + v.value(1).toInt();

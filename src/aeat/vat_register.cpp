@@ -10,8 +10,7 @@
 namespace tallora::aeat {
 namespace {
 
-std::vector<RegisterLine> read(const WorkingContext& ctx, bool sales, int fromMonth,
-                               int toMonth) {
+std::vector<RegisterLine> read(const WorkingContext& ctx, bool sales, int fromMonth, int toMonth) {
     const auto [first, last] = books::periodLimits(ctx, fromMonth, toMonth);
     store::Database db = store::Database::open(ctx.exerciseFile(schema::db::Llibre));
     db.attach(ctx.exerciseFile(sales ? schema::db::FrasOut : schema::db::FrasIn),

@@ -68,10 +68,11 @@ int aeatBooksCommand(Session& s, const CliOptions& o) {
 }
 
 int modelCommand(Session& s, const CliOptions& o) {
-    static const std::pair<const char*, aeat::Model> names[] = {
-        {"model-303", aeat::Model::M303}, {"model-347", aeat::Model::M347},
-        {"model-349", aeat::Model::M349}, {"model-111", aeat::Model::M111},
-        {"model-130", aeat::Model::M130}};
+    static const std::pair<const char*, aeat::Model> names[] = {{"model-303", aeat::Model::M303},
+                                                                {"model-347", aeat::Model::M347},
+                                                                {"model-349", aeat::Model::M349},
+                                                                {"model-111", aeat::Model::M111},
+                                                                {"model-130", aeat::Model::M130}};
     aeat::Model model = aeat::Model::M303;
     for (const auto& [name, m] : names)
         if (o.command == QLatin1String(name)) model = m;
@@ -92,22 +93,23 @@ int modelCommand(Session& s, const CliOptions& o) {
             (!yearAllowed && period->code == u"0A"))
             throw UsageError{
                 QStringLiteral("\"%1\" is not a period of this model: %2")
-                    .arg(o.arguments[2], quarterOnly ? QStringLiteral("1T to 4T")
-                                         : yearAllowed
-                                             ? QStringLiteral("1T to 4T, 01 to 12 or 0A")
-                                             : QStringLiteral("1T to 4T or 01 to 12"))};
+                    .arg(o.arguments[2], quarterOnly   ? QStringLiteral("1T to 4T")
+                                         : yearAllowed ? QStringLiteral("1T to 4T, 01 to 12 or 0A")
+                                                       : QStringLiteral("1T to 4T or 01 to 12"))};
     }
     const QString file = o.value(QStringLiteral("file"));
     if (!file.isEmpty() && !aeat::modelHasFile(model))
-        throw UsageError{QStringLiteral("--file: the model 130 has no file; it is filed on the "
-                                        "agency's form")};
+        throw UsageError{
+            QStringLiteral("--file: the model 130 has no file; it is filed on the "
+                           "agency's form")};
     const aeat::TypedBoxes typed = typedBoxes(o);
     if (!enterMasterFiles(s, w)) return kRefused;
     const aeat::ModelFigures figures = aeat::computeModel(s.ctx, model, *period, typed);
     for (const QString& line : aeat::modelLines(s.ctx, figures)) s.out << line << '\n';
     if (!file.isEmpty()) {
         QString path = file;
-        if (QFileInfo(path).isDir()) path = QDir(path).filePath(aeat::modelFileName(s.ctx, figures));
+        if (QFileInfo(path).isDir())
+            path = QDir(path).filePath(aeat::modelFileName(s.ctx, figures));
         if (const QString error = writeFile(path, aeat::modelFile(s.ctx, figures));
             !error.isEmpty())
             return s.refuse(error);

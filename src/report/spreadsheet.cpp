@@ -141,8 +141,8 @@ QString writeXlsx(const QString& path, const std::vector<Sheet>& sheets) {
     const QFileInfo info(path);
     if (!info.absoluteDir().exists())
         return QStringLiteral("the folder of %1 does not exist").arg(path);
-    const QString temporary = info.absolutePath() + QStringLiteral("/.") + info.fileName() +
-                              QStringLiteral(".part");
+    const QString temporary =
+        info.absolutePath() + QStringLiteral("/.") + info.fileName() + QStringLiteral(".part");
     if (const QString error = writeWorkbook(temporary, sheets); !error.isEmpty()) {
         QFile::remove(temporary);
         return error;

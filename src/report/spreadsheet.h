@@ -27,7 +27,7 @@ using Cell = std::variant<std::monostate, QString, Money, qint64, QDate>;
 using SheetRow = std::vector<Cell>;
 
 struct Sheet {
-    QString name;                   // at most 31 characters
+    QString name;                    // at most 31 characters
     std::vector<SheetRow> titles;    // bold lines above the headings (title, period)
     std::vector<SheetRow> headings;  // bold, shaded, frozen above the data
     std::vector<SheetRow> rows;
