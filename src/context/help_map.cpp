@@ -27,6 +27,7 @@ const QHash<QString, QString>& helpMap() {
         {"Facturacion", "11/11.html"},
         {"verifactu", "11/11_2.html"},
         {"banco", "10/10_6.html"},
+        {"modelos", "5/5_3.html"},
         {"clientes", "4/4_2.html"},
         {"consEXTRACTO", "10/10_4_2.html"},
         {"importa", "7/7.html"},

@@ -7,6 +7,9 @@
 
 #include <xlsxwriter.h>
 
+#include <locale.h>
+#include <clocale>
+
 namespace tallora::report {
 namespace {
 
@@ -51,8 +54,30 @@ void writeCell(lxw_worksheet* ws, lxw_row_t r, lxw_col_t c, const Cell& cell, lx
     }
 }
 
+// The C library's numbers in the C locale while alive, on this thread only: the writer
+// prints the workbook's XML numbers (widths, margins) with printf, which under a Spanish
+// locale would write "0,7" and make a file no spreadsheet opens.
+class CNumbers {
+public:
+    CNumbers() : c_(newlocale(LC_NUMERIC_MASK, "C", static_cast<locale_t>(nullptr))) {
+        if (c_) previous_ = uselocale(c_);
+    }
+    ~CNumbers() {
+        if (!c_) return;
+        uselocale(previous_);
+        freelocale(c_);
+    }
+    CNumbers(const CNumbers&) = delete;
+    CNumbers& operator=(const CNumbers&) = delete;
+
+private:
+    locale_t c_;
+    locale_t previous_ = LC_GLOBAL_LOCALE;
+};
+
 // Writes to `temporary`; an empty text when done.
 QString writeWorkbook(const QString& temporary, const std::vector<Sheet>& sheets) {
+    const CNumbers cNumbers;
     const QByteArray name = QFile::encodeName(temporary);
     lxw_workbook* wb = workbook_new(name.constData());
     if (!wb) return QStringLiteral("the file cannot be created");

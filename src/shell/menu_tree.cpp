@@ -91,6 +91,7 @@ const std::vector<MenuEntry>& menuTree() {
 
         menu("Mnu5", 219),
         item("Mnu5", "mnullibres", 220, true),
+        fixed("Mnu5", "mnuModelos", "Modelos de Hacienda...|Models d'Hisenda...", true),
 
         menu("Mnu6", 221),
 

@@ -205,6 +205,7 @@ TEST(MenuTree, TheEntriesComeInTheirOrderWithTheirCaptions) {
                                                         {"mnu_salidas", 6652},
                                                         {"Mnu5", 219},
                                                         {"mnullibres", 220},
+                                                        {"mnuModelos", 0},
                                                         {"Mnu6", 221},
                                                         {"Mnu7", 222},
                                                         {"contingut", 6630},

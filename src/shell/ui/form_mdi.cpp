@@ -35,6 +35,7 @@
 #include "treasury/ui/form_cartera_run.h"
 #include "treasury/ui/form_cons_extracto.h"
 #include "treasury/ui/form_cons_otros.h"
+#include "aeat/ui/form_modelos.h"
 #include "treasury/ui/form_extracto_banco.h"
 #include "treasury/ui/frm_tesoreria_otros.h"
 #include "verifactu/record_file.h"
@@ -276,6 +277,8 @@ void FormMDI::runEntry(const QString& name) {
         openStatement();
     } else if (name == QStringLiteral("mnuNorma43")) {
         openScreen<FormExtractoBanco>([this] { return new FormExtractoBanco(ctx_, dialogs_); });
+    } else if (name == QStringLiteral("mnuModelos")) {
+        openScreen<FormModelos>([this] { return new FormModelos(ctx_, dialogs_); });
     } else if (name == QStringLiteral("mnu_cuentas")) {
         openMaster<frmTesoreria_cuentas>();
     } else if (name == QStringLiteral("mnu_contrapartidas")) {

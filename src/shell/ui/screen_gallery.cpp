@@ -1,4 +1,5 @@
 #include "screen_gallery.h"
+#include "aeat/ui/form_modelos.h"
 #include "purchases_gallery.h"
 #include "sales_gallery.h"
 #include "treasury_gallery.h"
@@ -377,6 +378,20 @@ std::vector<GalleryScreen> screenGallery() {
     addSalesScreens(screens, openExercise, dialogs());
     addPurchasesScreens(screens, openExercise, dialogs());
     addTreasuryScreens(screens, openExercise, dialogs());
+    // The returns, each on the sample year's second quarter (the 347 on the year).
+    for (const auto& [name, model] : {std::pair{"FormModelos_303", aeat::Model::M303},
+                                      {"FormModelos_111", aeat::Model::M111},
+                                      {"FormModelos_130", aeat::Model::M130},
+                                      {"FormModelos_349", aeat::Model::M349},
+                                      {"FormModelos_347", aeat::Model::M347}})
+        screens.push_back({QString::fromLatin1(name), [model](WorkingContext& ctx) {
+                               openExercise(ctx);
+                               auto screen = std::make_unique<FormModelos>(ctx, dialogs());
+                               screen->resize(900, 700);
+                               screen->chooseModel(model);
+                               screen->choosePeriod(QStringLiteral("2T"));
+                               return std::unique_ptr<QWidget>(std::move(screen));
+                           }});
     // Last, so that its figures are those of the sales, purchases and treasury above.
     screens.push_back({QStringLiteral("FormVistaRapida"), [](WorkingContext& ctx) {
                            openExercise(ctx);
