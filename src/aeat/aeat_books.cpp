@@ -142,101 +142,91 @@ std::array<QString, 2> withholding(bool legal, const RegisterLine& l) {
 }  // namespace
 
 QString aeatDecimal(Money m) {
-    // Two decimals, rounded half away from zero.
-    const qint64 c = cents(m);
-    const qint64 a = c < 0 ? -c : c;
-    return QStringLiteral("%1%2,%3")
-        .arg(c < 0 ? QStringLiteral("-") : QString())
-        .arg(a / 100)
-        .arg(a % 100, 2, 10, QLatin1Char('0'));
+    return report::cellText(m, u',');
 }
 
-Sheet issuedSheet(const WorkingContext& ctx, const std::vector<RegisterLine>& lines, bool monthly) {
+namespace {
+
+// Where the values both books carry go in each: the columns differ, the values do not.
+struct SharedColumns {
+    std::size_t width, number, id, name, total, base, surcharge, withholding, nameWidth;
+};
+constexpr SharedColumns kIssuedColumns{kIssued.size(), 11, 13, 16, 20, 21, 24, 30, 36};
+constexpr SharedColumns kReceivedColumns{kReceived.size(), 10, 15, 18, 25, 26, 30, 36, 36};
+
+// A line's row with its shared values; base, rate and quota sit side by side.
+SheetRow sharedRow(const WorkingContext& ctx, const RegisterLine& l, bool sale, bool monthly,
+                   bool legal, const SharedColumns& c) {
+    SheetRow r(c.width, QString());
+    r[0] = ctx.Exercici;
+    r[1] = period(l, monthly);
+    r[5] = invoiceType(ctx, l, sale);
+    r[8] = dateText(l.date);
+    r[c.number] = l.number;
+    const auto id = partyId(l);
+    for (std::size_t i = 0; i < id.size(); ++i) r[c.id + i] = id[i];
+    r[c.name] = l.name;
+    r[c.total] = aeatDecimal(l.invoiceTotal);
+    r[c.base] = aeatDecimal(l.base);
+    r[c.base + 1] = aeatDecimal(l.rate);
+    r[c.base + 2] = aeatDecimal(l.quota);
+    if (l.surcharge != Money{}) {
+        r[c.surcharge] = aeatDecimal(l.surchargeRate);
+        r[c.surcharge + 1] = aeatDecimal(l.surcharge);
+    }
+    const auto ret = withholding(legal, l);
+    r[c.withholding] = ret[0];
+    r[c.withholding + 1] = ret[1];
+    return r;
+}
+
+template <std::size_t N>
+Sheet sheetOf(const char* name, const std::array<const char*, N>& columns, const SharedColumns& c) {
     Sheet sheet;
-    sheet.name = QStringLiteral("EXPEDIDAS");
-    sheet.headings = headings(kIssued);
+    sheet.name = QString::fromLatin1(name);
+    sheet.headings = headings(columns);
+    sheet.widths.assign(N, 14);
+    sheet.widths[c.name] = c.nameWidth;
+    return sheet;
+}
+
+}  // namespace
+
+Sheet issuedSheet(const WorkingContext& ctx, const std::vector<RegisterLine>& lines, bool monthly) {
+    Sheet sheet = sheetOf("EXPEDIDAS", kIssued, kIssuedColumns);
     const bool legal = legalPerson(ctx.EmpresaNIF);
     for (const RegisterLine& l : lines) {
-        const QString type = invoiceType(ctx, l, true);
-        const auto id = partyId(l);
+        SheetRow r = sharedRow(ctx, l, true, monthly, legal, kIssuedColumns);
+        if (l.nif.isEmpty() && std::get<QString>(r[5]) == u"F2")
+            r[16] = QStringLiteral("VENTAS A CONSUMIDOR FINAL");
         const bool exempt = l.rate == Money{};
-        const QString exemption = !exempt                                    ? QString()
-                                  : l.territory == Territory::IntraCommunity ? QStringLiteral("E5")
-                                  : l.territory == Territory::Canarias       ? QStringLiteral("E2")
-                                                                             : QStringLiteral("E1");
-        const auto ret = withholding(legal, l);
-        SheetRow r(kIssued.size(), QString());
-        r[0] = ctx.Exercici;
-        r[1] = period(l, monthly);
-        r[5] = type;
-        r[8] = dateText(l.date);
-        r[11] = l.number;
-        r[13] = id[0];
-        r[14] = id[1];
-        r[15] = id[2];
-        r[16] =
-            l.nif.isEmpty() && type == u"F2" ? QStringLiteral("VENTAS A CONSUMIDOR FINAL") : l.name;
         r[17] = l.territory == Territory::Canarias ? QStringLiteral("02") : QStringLiteral("01");
         r[18] = exempt ? QString() : QStringLiteral("S1");
-        r[19] = exemption;
-        r[20] = aeatDecimal(l.invoiceTotal);
-        r[21] = aeatDecimal(l.base);
-        r[22] = aeatDecimal(l.rate);
-        r[23] = aeatDecimal(l.quota);
-        if (l.surcharge != Money{}) {
-            r[24] = aeatDecimal(l.surchargeRate);
-            r[25] = aeatDecimal(l.surcharge);
-        }
-        r[30] = ret[0];
-        r[31] = ret[1];
+        r[19] = !exempt                                    ? QString()
+                : l.territory == Territory::IntraCommunity ? QStringLiteral("E5")
+                : l.territory == Territory::Canarias       ? QStringLiteral("E2")
+                                                           : QStringLiteral("E1");
         sheet.rows.push_back(std::move(r));
     }
-    sheet.widths.assign(kIssued.size(), 14);
-    sheet.widths[16] = 36;
     return sheet;
 }
 
 Sheet receivedSheet(const WorkingContext& ctx, const std::vector<RegisterLine>& lines,
                     bool monthly) {
-    Sheet sheet;
-    sheet.name = QStringLiteral("RECIBIDAS");
-    sheet.headings = headings(kReceived);
+    Sheet sheet = sheetOf("RECIBIDAS", kReceived, kReceivedColumns);
     const bool legal = legalPerson(ctx.EmpresaNIF);
     for (const RegisterLine& l : lines) {
-        const auto id = partyId(l);
-        const auto ret = withholding(legal, l);
-        SheetRow r(kReceived.size(), QString());
-        r[0] = ctx.Exercici;
-        r[1] = period(l, monthly);
-        r[5] = invoiceType(ctx, l, false);
-        r[8] = dateText(l.date);
-        r[10] = l.number;
+        SheetRow r = sharedRow(ctx, l, false, monthly, legal, kReceivedColumns);
         r[12] = dateText(l.date);
         r[13] = QString::number(l.bookNumber);
-        r[15] = id[0];
-        r[16] = id[1];
-        r[17] = id[2];
-        r[18] = l.name;
         r[19] =
             l.territory == Territory::IntraCommunity ? QStringLiteral("09") : QStringLiteral("01");
         r[20] = l.investment() ? QStringLiteral("S") : QStringLiteral("N");
         r[21] = QStringLiteral("N");
         r[22] = QStringLiteral("N");
-        r[25] = aeatDecimal(l.invoiceTotal);
-        r[26] = aeatDecimal(l.base);
-        r[27] = aeatDecimal(l.rate);
-        r[28] = aeatDecimal(l.quota);
-        r[29] = aeatDecimal(l.quota);
-        if (l.surcharge != Money{}) {
-            r[30] = aeatDecimal(l.surchargeRate);
-            r[31] = aeatDecimal(l.surcharge);
-        }
-        r[36] = ret[0];
-        r[37] = ret[1];
+        r[29] = aeatDecimal(l.quota);  // all of it deductible
         sheet.rows.push_back(std::move(r));
     }
-    sheet.widths.assign(kReceived.size(), 14);
-    sheet.widths[18] = 36;
     return sheet;
 }
 

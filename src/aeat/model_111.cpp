@@ -48,13 +48,8 @@ ModelFigures compute111(const WorkingContext& ctx, const TaxPeriod& p, const Typ
 }
 
 QByteArray file111(const WorkingContext& ctx, const ModelFigures& f) {
-    FixedRecord p(1000);
-    p.text(1, 11, QStringLiteral("<T11101000>"));
-    p.text(13, 1, f.declarationType);
-    p.text(14, 9, fileTaxId(ctx.EmpresaNIF));
-    p.text(23, 60, ctx.EmpresaNom);
-    p.number(103, 4, f.period.year);
-    p.text(107, 2, f.period.code);
+    FixedRecord p = designPage(QStringLiteral("11101000"), 1000);
+    declarantFields(p, ctx, f, 60);
     // Nine kinds of income, each a count of payees (8) and two amounts (17): [01] at 109.
     for (int kind = 0; kind < 9; ++kind) {
         const int at = 109 + 42 * kind;
@@ -68,7 +63,6 @@ QByteArray file111(const WorkingContext& ctx, const ModelFigures& f) {
     p.signedAmount(487, 17, f.value(QStringLiteral("28")));
     p.signedAmount(504, 17, f.value(QStringLiteral("29")));
     p.signedAmount(521, 17, f.value(QStringLiteral("30")));
-    p.text(989, 12, QStringLiteral("</T11101000>"));
     return designFile(QStringLiteral("111"), f.period, p.latin1());
 }
 

@@ -12,6 +12,8 @@
 #include "store/database.h"
 #include "vat_register.h"
 
+#include <array>
+
 namespace tallora::aeat {
 namespace {
 
@@ -19,26 +21,35 @@ struct Quarter {
     Money income, expenses, net, tax, earlier, withheld, result;
 };
 
-Money withheldUntil(const WorkingContext& ctx, const QDate& last) {
+// The withholdings suffered on the sales, month by month.
+std::array<Money, 12> withheldByMonth(const WorkingContext& ctx, int year) {
     store::Database db = store::Database::open(ctx.exerciseFile(schema::db::FrasOut));
     store::Statement st = db.prepare(
-        QStringLiteral("select coalesce(sum(Retencio), 0) from FrasOut where data between ? "
-                       "and ?"));
-    st.bind(1, QDate(last.year(), 1, 1)).bind(2, last);
-    return st.next() ? st.money(0) : Money{};
+        QStringLiteral("select cast(strftime('%m', data) as integer), coalesce(sum(Retencio), 0) "
+                       "from FrasOut where data between ? and ? group by 1"));
+    st.bind(1, QDate(year, 1, 1)).bind(2, QDate(year, 12, 31));
+    std::array<Money, 12> months{};
+    while (st.next()) {
+        const int m = st.int32(0);
+        if (m >= 1 && m <= 12) months[static_cast<std::size_t>(m - 1)] = st.money(1);
+    }
+    return months;
 }
 
-Quarter quarter(const WorkingContext& ctx, int year, int toMonth, Money earlier) {
+// The figures from January to `toMonth`, out of the year's monthly ones.
+Quarter quarter(const books::OperatingTotals& year, const std::array<Money, 12>& withheld,
+                int toMonth, Money earlier) {
     Quarter q;
-    const books::OperatingTotals t = books::buildOperatingStatement(ctx, 1, toMonth);
-    q.income = t.income;
-    q.expenses = t.expenses;
+    for (std::size_t m = 0; m < static_cast<std::size_t>(toMonth); ++m) {
+        q.income += year.income[m];
+        q.expenses += year.expenses[m];
+        q.withheld += withheld[m];
+    }
     q.net = q.income - q.expenses;
     // 20 %, to the cent, half away from zero.
     const std::int64_t u = q.net.units() > 0 ? q.net.units() : 0;
     q.tax = Money::fromUnits((u * 20 / 100 + 50) / 100 * 100);
     q.earlier = earlier;
-    q.withheld = withheldUntil(ctx, QDate(year, toMonth, 1).addMonths(1).addDays(-1));
     q.result = q.tax - q.earlier - q.withheld;
     return q;
 }
@@ -49,13 +60,16 @@ ModelFigures compute130(const WorkingContext& ctx, const TaxPeriod& p, const Typ
     ModelFigures f;
     f.model = Model::M130;
     f.period = p;
+    // One build of the statement and one read of the withholdings serve every quarter.
+    const books::OperatingTotals year = books::buildOperatingStatement(ctx, 1, p.toMonth);
+    const std::array<Money, 12> withheld = withheldByMonth(ctx, p.year);
     Money earlier;
     const int lastQuarter = (p.toMonth + 2) / 3;
     for (int q = 1; q < lastQuarter; ++q) {
-        const Quarter before = quarter(ctx, p.year, 3 * q, earlier);
+        const Quarter before = quarter(year, withheld, 3 * q, earlier);
         if (before.result > Money{}) earlier += before.result;
     }
-    const Quarter q = quarter(ctx, p.year, p.toMonth, earlier);
+    const Quarter q = quarter(year, withheld, p.toMonth, earlier);
     if (legalPerson(ctx.EmpresaNIF))
         f.warnings << fixedText(ctx,
                                 "El modelo 130 es de personas físicas: la empresa tiene un NIF "

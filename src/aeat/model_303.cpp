@@ -187,13 +187,8 @@ ModelFigures compute303(const WorkingContext& ctx, const TaxPeriod& p, const Typ
 QByteArray file303(const WorkingContext& ctx, const ModelFigures& f) {
     // Page 01: 1581 positions; the boxes from [150] at 130 to [46] at 940–956 follow one
     // another without gaps: a base (17), a rate (5), a quota (17), or a lone amount (17).
-    FixedRecord p1(1581);
-    p1.text(1, 11, QStringLiteral("<T30301000>"));
-    p1.text(13, 1, f.declarationType);
-    p1.text(14, 9, fileTaxId(ctx.EmpresaNIF));
-    p1.text(23, 80, ctx.EmpresaNom);
-    p1.number(103, 4, f.period.year);
-    p1.text(107, 2, f.period.code);
+    FixedRecord p1 = designPage(QStringLiteral("30301000"), 1581);
+    declarantFields(p1, ctx, f, 80);
     p1.text(113, 1, QStringLiteral("2"));  // not under the cash criterion
     struct Slot {
         const char* box;
@@ -218,17 +213,14 @@ QByteArray file303(const WorkingContext& ctx, const ModelFigures& f) {
             p1.signedAmount(at, 17, v);
         at += s.length;
     }
-    p1.text(1570, 12, QStringLiteral("</T30301000>"));
 
     // Page 03: the boxes whose places this layout knows; the rest stays as zeros up to [71].
-    FixedRecord p3(402);
-    p3.text(1, 11, QStringLiteral("<T30303000>"));
+    FixedRecord p3 = designPage(QStringLiteral("30303000"), 402);
     p3.number(12, 379, 0);
     p3.signedAmount(12, 17, f.value(QStringLiteral("59")));
     p3.signedAmount(29, 17, f.value(QStringLiteral("60")));
     p3.signedAmount(323, 17, f.value(QStringLiteral("69")));
     p3.signedAmount(374, 17, f.value(QStringLiteral("71")));
-    p3.text(391, 12, QStringLiteral("</T30303000>"));
     return designFile(QStringLiteral("303"), f.period, p1.latin1() + p3.latin1());
 }
 

@@ -157,18 +157,9 @@ ModelFigures compute347(const WorkingContext& ctx, const TaxPeriod& p) {
 
 QByteArray file347(const WorkingContext& ctx, const ModelFigures& f) {
     const int year = f.period.year;
-    const QString declarant = fileTaxId(ctx.EmpresaNIF);
-    FixedRecord head(500);
-    head.text(1, 1, QStringLiteral("1"))
-        .text(2, 3, QStringLiteral("347"))
-        .number(5, 4, year)
-        .text(9, 9, declarant)
-        .text(18, 40, ctx.EmpresaNom)
-        .text(58, 1, QStringLiteral("T"))
-        .text(68, 40, ctx.EmpresaNom)
-        .text(108, 13, QStringLiteral("347") + QString::number(year) + QStringLiteral("000001"))
-        .number(123, 13, 0)
-        .number(136, 9, f.value(QStringLiteral("01")).units() / Money::kScale)
+    const QString model = QStringLiteral("347");
+    FixedRecord head = declarationRecord(ctx, model, year);
+    head.number(136, 9, f.value(QStringLiteral("01")).units() / Money::kScale)
         .amountWithSign(145, 146, 15, f.value(QStringLiteral("02")))
         .number(161, 9, 0)
         .amountWithSign(170, 171, 15, Money{});
@@ -178,12 +169,8 @@ QByteArray file347(const WorkingContext& ctx, const ModelFigures& f) {
         const bool foreign = !nif.isEmpty() && !verifactu::looksSpanish(nif);
         const Money cash =
             std::holds_alternative<Money>(row[9]) ? std::get<Money>(row[9]) : Money{};
-        FixedRecord r(500);
-        r.text(1, 1, QStringLiteral("2"))
-            .text(2, 3, QStringLiteral("347"))
-            .number(5, 4, year)
-            .text(9, 9, declarant)
-            .text(36, 40, std::get<QString>(row[1]))
+        FixedRecord r = partyRecord(ctx, model, year);
+        r.text(36, 40, std::get<QString>(row[1]))
             .text(76, 1, QStringLiteral("D"))
             .text(77, 2, std::get<QString>(row[3]))
             .text(82, 1, std::get<QString>(row[2]))

@@ -67,19 +67,9 @@ ModelFigures compute349(const WorkingContext& ctx, const TaxPeriod& p) {
 }
 
 QByteArray file349(const WorkingContext& ctx, const ModelFigures& f) {
-    const QString declarant = fileTaxId(ctx.EmpresaNIF);
-    FixedRecord head(500);
-    head.text(1, 1, QStringLiteral("1"))
-        .text(2, 3, QStringLiteral("349"))
-        .number(5, 4, f.period.year)
-        .text(9, 9, declarant)
-        .text(18, 40, ctx.EmpresaNom)
-        .text(58, 1, QStringLiteral("T"))
-        .text(68, 40, ctx.EmpresaNom)
-        .text(108, 13,
-              QStringLiteral("349") + QString::number(f.period.year) + QStringLiteral("000001"))
-        .number(123, 13, 0)
-        .text(136, 2, f.period.code)
+    const QString model = QStringLiteral("349");
+    FixedRecord head = declarationRecord(ctx, model, f.period.year);
+    head.text(136, 2, f.period.code)
         .number(138, 9, static_cast<qint64>(f.parties.rows.size()))
         .amount(147, 15, f.value(QStringLiteral("02")))
         .number(162, 9, 0)
@@ -88,12 +78,8 @@ QByteArray file349(const WorkingContext& ctx, const ModelFigures& f) {
     for (const report::SheetRow& row : f.parties.rows) {
         const QString nif = std::get<QString>(row[0]);
         const bool country = withCountry(nif);
-        FixedRecord r(500);
-        r.text(1, 1, QStringLiteral("2"))
-            .text(2, 3, QStringLiteral("349"))
-            .number(5, 4, f.period.year)
-            .text(9, 9, declarant)
-            .text(76, 2, country ? nif.left(2) : QString())
+        FixedRecord r = partyRecord(ctx, model, f.period.year);
+        r.text(76, 2, country ? nif.left(2) : QString())
             .text(78, 15, country ? nif.mid(2) : nif)
             .text(93, 40, std::get<QString>(row[1]))
             .text(133, 1, std::get<QString>(row[2]))

@@ -5,6 +5,8 @@
 #include "models.h"
 #include "verifactu/tax_id.h"
 
+#include <QSaveFile>
+
 namespace tallora::aeat {
 
 Money ModelFigures::value(const QString& number) const {
@@ -135,6 +137,40 @@ QString modelFileName(const WorkingContext& ctx, const ModelFigures& f) {
              verifactu::normalisedTaxId(ctx.EmpresaNIF));
 }
 
+QString writeModelFile(const WorkingContext& ctx, const ModelFigures& figures,
+                       const QString& path) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(modelFile(ctx, figures)) < 0 ||
+        !file.commit())
+        return file.errorString();
+    return {};
+}
+
+QStringList modelPeriods(Model model) {
+    if (model == Model::M347) return {QStringLiteral("0A")};
+    QStringList periods{QStringLiteral("1T"), QStringLiteral("2T"), QStringLiteral("3T"),
+                        QStringLiteral("4T")};
+    if (model == Model::M130) return periods;
+    for (int month = 1; month <= 12; ++month)
+        periods << QStringLiteral("%1").arg(month, 2, 10, QLatin1Char('0'));
+    if (model == Model::M349) periods << QStringLiteral("0A");
+    return periods;
+}
+
+QString boxCaption(const WorkingContext& ctx, const Box& box) {
+    return ctx.Idioma == u"cat" ? box.catalan : box.spanish;
+}
+
+QString sectionCaption(const WorkingContext& ctx, const ModelFigures& figures, int section) {
+    const int part = ctx.Idioma == u"cat" ? 1 : 0;
+    return figures.sections.value(section).section(u'|', part, part);
+}
+
+QString partyCellText(const WorkingContext& ctx, const report::Cell& cell) {
+    if (const auto* m = std::get_if<Money>(&cell)) return m->format(2, ctx.decimalMark());
+    return report::cellText(cell, ctx.decimalMark());
+}
+
 QString boxText(const WorkingContext& ctx, const Box& box) {
     switch (box.kind) {
         case Box::Kind::Count:
@@ -147,7 +183,6 @@ QString boxText(const WorkingContext& ctx, const Box& box) {
 }
 
 QStringList modelLines(const WorkingContext& ctx, const ModelFigures& f) {
-    const bool catalan = ctx.Idioma == u"cat";
     QStringList lines;
     lines << modelTitle(ctx, f.model) +
                  QStringLiteral(" · %1 %2").arg(f.period.year).arg(f.period.code);
@@ -155,11 +190,9 @@ QStringList modelLines(const WorkingContext& ctx, const ModelFigures& f) {
     for (const Box& b : f.boxes) {
         if (b.section != section) {
             section = b.section;
-            lines << QString()
-                  << f.sections.value(section).section(u'|', catalan ? 1 : 0, catalan ? 1 : 0);
+            lines << QString() << sectionCaption(ctx, f, section);
         }
-        lines << QStringLiteral("[%1] %2\t%3")
-                     .arg(b.number, catalan ? b.catalan : b.spanish, boxText(ctx, b));
+        lines << QStringLiteral("[%1] %2\t%3").arg(b.number, boxCaption(ctx, b), boxText(ctx, b));
     }
     if (!f.declarationType.isEmpty())
         lines << QString()

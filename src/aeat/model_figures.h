@@ -59,10 +59,21 @@ QByteArray modelFile(const WorkingContext& ctx, const ModelFigures& figures);
 bool modelHasFile(Model model);
 // The file's usual name: "303_2026_1T_B12345674.txt".
 QString modelFileName(const WorkingContext& ctx, const ModelFigures& figures);
+// Writes the agency's file of the figures to `path`; an empty text when done, else the reason.
+QString writeModelFile(const WorkingContext& ctx, const ModelFigures& figures, const QString& path);
+
+// The periods a model is filed for, in the order offered: "1T".."4T", then "01".."12" for
+// the monthly ones, "0A" for the year.
+QStringList modelPeriods(Model model);
 
 // The figures as text lines: "[07] Base imponible 21 %<TAB>1234,56", then the parties.
 QStringList modelLines(const WorkingContext& ctx, const ModelFigures& figures);
 // A box's value as the screens and the lines write it.
 QString boxText(const WorkingContext& ctx, const Box& box);
+// Captions in the program's language: a box's, and the section's of index `section`.
+QString boxCaption(const WorkingContext& ctx, const Box& box);
+QString sectionCaption(const WorkingContext& ctx, const ModelFigures& figures, int section);
+// A cell of the parties' list as the screen and the print show it: amounts grouped.
+QString partyCellText(const WorkingContext& ctx, const report::Cell& cell);
 
 }  // namespace tallora::aeat

@@ -1,5 +1,6 @@
 #pragma once
 // Each model's own computation and file, dispatched from model_figures.h.
+#include "fixed_record.h"
 #include "model_figures.h"
 
 namespace tallora::aeat {
@@ -39,5 +40,17 @@ QByteArray designFile(const QString& model, const TaxPeriod& period, const QByte
 
 // The declarant's tax number as the files take it: 9 characters, right-aligned, zero-filled.
 QString fileTaxId(const QString& nif);
+
+// A page of the 303 or 111 file: "<T" `code` ">" at 1, its closing tag at the end.
+FixedRecord designPage(const QString& code, int length);
+// The declarant's part of such a page: type of return (13), tax number (14–22), name (from
+// 23), exercise (103–106), period (107–108).
+void declarantFields(FixedRecord& page, const WorkingContext& ctx, const ModelFigures& f,
+                     int nameLength);
+
+// The 347's and 349's records of 500 characters: the type-1 record with the declarant and
+// the declaration's number (1–135), and the start of a type-2 record (1–17).
+FixedRecord declarationRecord(const WorkingContext& ctx, const QString& model, int year);
+FixedRecord partyRecord(const WorkingContext& ctx, const QString& model, int year);
 
 }  // namespace tallora::aeat

@@ -171,7 +171,8 @@ OperatingTotals Genera_Explota(const WorkingContext& ctx, int from, int to) {
                                                  "coalesce(Base3, 0) + coalesce(Exempta, 0) + "
                                                  "coalesce(Base4, 0)"),
                                   from, to);
-    std::array<Money, 12> incomeSum{}, expenseSum{};
+    OperatingTotals totals;
+    std::array<Money, 12>&incomeSum = totals.income, &expenseSum = totals.expenses;
     for (const Account& a : accountsOf(db, "A", true)) {
         const auto months = writeAccount(db, a, income, from, to);
         for (std::size_t m = 0; m < 12; ++m) incomeSum[m] += months[m];
@@ -207,11 +208,6 @@ OperatingTotals Genera_Explota(const WorkingContext& ctx, int from, int to) {
     }
     st.execute();
     tx.commit();
-    OperatingTotals totals;
-    for (std::size_t m = 0; m < 12; ++m) {
-        totals.income += incomeSum[m];
-        totals.expenses += expenseSum[m];
-    }
     return totals;
 }
 

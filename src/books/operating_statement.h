@@ -26,6 +26,8 @@
 #include <QDate>
 #include <QStringList>
 
+#include <array>
+
 namespace tallora::books {
 
 // The one place where a statement rewrites bookkeeping data: every purchase's Exempta made
@@ -33,9 +35,10 @@ namespace tallora::books {
 // before withholding). In one transaction.
 void normaliseExempt(const WorkingContext& ctx);
 
-// The income and the expenses of the statement's period, as its accounts add them up.
+// The income and the expenses of each month of the statement's period, as its accounts add
+// them up; the months outside the period are 0.
 struct OperatingTotals {
-    Money income, expenses;
+    std::array<Money, 12> income{}, expenses{};
 };
 
 // Genera_Explota for the months `fromMonth` to `toMonth` (1 to 12), after the tables are made.

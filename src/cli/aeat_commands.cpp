@@ -8,19 +8,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace tallora::cli {
 namespace {
-
-int monthValue(const CliOptions& o, const QString& name, int fallback) {
-    if (!o.given(name)) return fallback;
-    try {
-        return monthArgument(o.value(name));
-    } catch (const UsageError& e) {
-        throw UsageError{QStringLiteral("--%1: %2").arg(name, e.reason)};
-    }
-}
 
 // The --box N=AMOUNT values: the boxes the screen lets the user type.
 aeat::TypedBoxes typedBoxes(const CliOptions& o) {
@@ -38,11 +28,9 @@ aeat::TypedBoxes typedBoxes(const CliOptions& o) {
     return typed;
 }
 
-QString writeFile(const QString& path, const QByteArray& bytes) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) return file.errorString();
-    file.write(bytes);
-    return file.commit() ? QString() : file.errorString();
+// `path`, or the file `name` in it when it is a folder.
+QString targetPath(const QString& path, const QString& name) {
+    return QFileInfo(path).isDir() ? QDir(path).filePath(name) : path;
 }
 
 }  // namespace
@@ -50,14 +38,13 @@ QString writeFile(const QString& path, const QByteArray& bytes) {
 int aeatBooksCommand(Session& s, const CliOptions& o) {
     const ExerciseWords w{o.arguments[0], yearArgument(o.arguments[1])};
     aeat::AeatBookRequest request;
-    request.fromMonth = monthValue(o, QStringLiteral("from"), 1);
-    request.toMonth = monthValue(o, QStringLiteral("to"), 12);
+    request.fromMonth = monthOption(o, QStringLiteral("from"), 1);
+    request.toMonth = monthOption(o, QStringLiteral("to"), 12);
     request.monthly = o.flags.contains(QStringLiteral("monthly"));
     if (request.fromMonth > request.toMonth)
         throw UsageError{QStringLiteral("--from: the first month is after the last")};
     if (!enterMasterFiles(s, w)) return kRefused;
-    QString path = o.arguments[2];
-    if (QFileInfo(path).isDir()) path = QDir(path).filePath(aeat::aeatBookFileName(s.ctx));
+    const QString path = targetPath(o.arguments[2], aeat::aeatBookFileName(s.ctx));
     const auto sheets = aeat::aeatBookSheets(s.ctx, request);
     if (const QString error = report::writeXlsx(path, sheets); !error.isEmpty())
         return s.refuse(error);
@@ -78,25 +65,15 @@ int modelCommand(Session& s, const CliOptions& o) {
         if (o.command == QLatin1String(name)) model = m;
     const ExerciseWords w{o.arguments[0], yearArgument(o.arguments[1])};
     const int year = w.year.toInt();
-    std::optional<aeat::TaxPeriod> period;
-    if (model == aeat::Model::M347) {
-        if (o.arguments.size() > 2)
-            throw UsageError{QStringLiteral("model-347 covers the year: no period")};
-        period = aeat::taxPeriod(year, QStringLiteral("0A"));
-    } else {
-        if (o.arguments.size() < 3)
-            throw UsageError{QStringLiteral("%1 takes NIF8 YYYY PERIOD").arg(o.command)};
-        period = aeat::taxPeriod(year, o.arguments[2]);
-        const bool quarterOnly = model == aeat::Model::M130;
-        const bool yearAllowed = model == aeat::Model::M349;
-        if (!period || (quarterOnly && !period->quarter()) ||
-            (!yearAllowed && period->code == u"0A"))
-            throw UsageError{
-                QStringLiteral("\"%1\" is not a period of this model: %2")
-                    .arg(o.arguments[2], quarterOnly   ? QStringLiteral("1T to 4T")
-                                         : yearAllowed ? QStringLiteral("1T to 4T, 01 to 12 or 0A")
-                                                       : QStringLiteral("1T to 4T or 01 to 12"))};
-    }
+    // The command table gives the 347 no period argument and the others one.
+    const QString given = model == aeat::Model::M347 ? QStringLiteral("0A") : o.arguments[2];
+    const std::optional<aeat::TaxPeriod> period = aeat::taxPeriod(year, given);
+    if (!period || !aeat::modelPeriods(model).contains(period->code))
+        throw UsageError{QStringLiteral("\"%1\" is not a period of this model: %2")
+                             .arg(given, model == aeat::Model::M130 ? QStringLiteral("1T to 4T")
+                                         : model == aeat::Model::M349
+                                             ? QStringLiteral("1T to 4T, 01 to 12 or 0A")
+                                             : QStringLiteral("1T to 4T or 01 to 12"))};
     const QString file = o.value(QStringLiteral("file"));
     if (!file.isEmpty() && !aeat::modelHasFile(model))
         throw UsageError{
@@ -107,11 +84,8 @@ int modelCommand(Session& s, const CliOptions& o) {
     const aeat::ModelFigures figures = aeat::computeModel(s.ctx, model, *period, typed);
     for (const QString& line : aeat::modelLines(s.ctx, figures)) s.out << line << '\n';
     if (!file.isEmpty()) {
-        QString path = file;
-        if (QFileInfo(path).isDir())
-            path = QDir(path).filePath(aeat::modelFileName(s.ctx, figures));
-        if (const QString error = writeFile(path, aeat::modelFile(s.ctx, figures));
-            !error.isEmpty())
+        const QString path = targetPath(file, aeat::modelFileName(s.ctx, figures));
+        if (const QString error = aeat::writeModelFile(s.ctx, figures, path); !error.isEmpty())
             return s.refuse(error);
         s.out << '\n' << path << '\n';
     }

@@ -45,15 +45,6 @@ Series seriesArgument(const QString& text) {
                          .arg(text)};
 }
 
-int monthOption(const CliOptions& o, const QString& name, int fallback) {
-    if (!o.given(name)) return fallback;
-    try {
-        return monthArgument(o.value(name));
-    } catch (const UsageError& e) {
-        throw UsageError{QStringLiteral("--%1: %2").arg(name, e.reason)};
-    }
-}
-
 // --pdf FILE or --text, exactly one: the PDF file's path, empty for text.
 QString pdfOrText(const CliOptions& o) {
     const bool text = o.flags.contains(QStringLiteral("text"));

@@ -167,6 +167,15 @@ int monthArgument(const QString& text) {
     return month;
 }
 
+int monthOption(const CliOptions& o, const QString& name, int fallback) {
+    if (!o.given(name)) return fallback;
+    try {
+        return monthArgument(o.value(name));
+    } catch (const UsageError& e) {
+        throw UsageError{QStringLiteral("--%1: %2").arg(name, e.reason)};
+    }
+}
+
 QString rateArgument(const QString& option, const QString& text) {
     static const QRegularExpression rate(QStringLiteral("^([0-9]+([.,][0-9]*)?|[.,][0-9]+)$"));
     if (!rate.match(text).hasMatch())

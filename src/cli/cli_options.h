@@ -42,6 +42,9 @@ CliOptions parseCommandLine(const QStringList& args);
 // Checked values: each throws UsageError naming what is wrong.
 QString yearArgument(const QString& text);  // four digits
 int monthArgument(const QString& text);     // 1 to 12
+// The month of option --`name` (monthArgument, its reason named after the option), or
+// `fallback` when the option is not given.
+int monthOption(const CliOptions& o, const QString& name, int fallback);
 // A rate as a person types it in its field: digits with at most one decimal mark, "," or ".".
 QString rateArgument(const QString& option, const QString& text);
 

@@ -148,18 +148,26 @@ QString cellText(const Cell& cell, QChar mark) {
     return {};
 }
 
-QStringList sheetLines(const Sheet& sheet, QChar mark) {
+namespace {
+
+// Each row as one line of its cells' texts joined by `separator`, CSV-quoted when asked.
+QStringList joinedRows(const std::vector<SheetRow>& rows, QChar mark, QChar separator,
+                       bool quoted) {
     QStringList lines;
-    const auto add = [&](const std::vector<SheetRow>& rows) {
-        for (const SheetRow& row : rows) {
-            QStringList fields;
-            for (const Cell& cell : row) fields << cellText(cell, mark);
-            lines << fields.join(u'\t');
-        }
-    };
-    add(sheet.headings);
-    add(sheet.rows);
+    for (const SheetRow& row : rows) {
+        QStringList fields;
+        for (const Cell& cell : row)
+            fields << (quoted ? quotedCsv(cellText(cell, mark)) : cellText(cell, mark));
+        lines << fields.join(separator);
+    }
     return lines;
+}
+
+}  // namespace
+
+QStringList sheetLines(const Sheet& sheet, QChar mark) {
+    return joinedRows(sheet.headings, mark, u'\t', false) +
+           joinedRows(sheet.rows, mark, u'\t', false);
 }
 
 QString writeXlsx(const QString& path, const std::vector<Sheet>& sheets) {
@@ -179,16 +187,9 @@ QString writeCsv(const QString& path, const Sheet& sheet, QChar mark) {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) return file.errorString();
     QByteArray out("\xEF\xBB\xBF");
-    const auto add = [&](const std::vector<SheetRow>& rows) {
-        for (const SheetRow& row : rows) {
-            QStringList fields;
-            for (const Cell& cell : row) fields << quotedCsv(cellText(cell, mark));
-            out += fields.join(u';').toUtf8() + "\r\n";
-        }
-    };
-    add(sheet.titles);
-    add(sheet.headings);
-    add(sheet.rows);
+    for (const auto* rows : {&sheet.titles, &sheet.headings, &sheet.rows})
+        for (const QString& line : joinedRows(*rows, mark, u';', true))
+            out += line.toUtf8() + "\r\n";
     file.write(out);
     if (!file.commit()) return file.errorString();
     return {};

@@ -20,24 +20,11 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QScrollArea>
 #include <QTableWidget>
 #include <QTextDocument>
 
 namespace tallora {
-namespace {
-
-QString caption(const WorkingContext& ctx, const aeat::Box& b) {
-    return ctx.Idioma == u"cat" ? b.catalan : b.spanish;
-}
-
-QString sectionCaption(const WorkingContext& ctx, const QString& both) {
-    const int part = ctx.Idioma == u"cat" ? 1 : 0;
-    return both.section(u'|', part, part);
-}
-
-}  // namespace
 
 FormModelos::FormModelos(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
     : QWidget(parent), ctx_(ctx), dialogs_(dialogs) {
@@ -125,8 +112,11 @@ FormModelos::FormModelos(WorkingContext& ctx, Dialogs& dialogs, QWidget* parent)
     fillPeriods();
     // The quarter before today's, the one usually being filed.
     const QDate today = ctx_.clock().date();
-    if (today.year() == ctx_.Exercici.toInt() && today.month() > 3)
+    if (today.year() == ctx_.Exercici.toInt() && today.month() > 3) {
+        // Worked out once, below, not also on the choice.
+        const QSignalBlocker block(cmbPeriodo_);
         choosePeriod(aeat::quarterCode(today.addMonths(-3)));
+    }
     Calcular();
 }
 
@@ -148,17 +138,12 @@ void FormModelos::fillPeriods() {
     const QString kept = cmbPeriodo_->currentData().toString();
     cmbPeriodo_->clear();
     const aeat::Model m = model();
-    if (m == aeat::Model::M347) {
-        cmbPeriodo_->addItem(fixedText(ctx_, "Año", "Any"), QStringLiteral("0A"));
-    } else {
-        for (int q = 1; q <= 4; ++q)
-            cmbPeriodo_->addItem(QStringLiteral("%1T").arg(q), QStringLiteral("%1T").arg(q));
-        if (m != aeat::Model::M130)
-            for (int month = 1; month <= 12; ++month)
-                cmbPeriodo_->addItem(Missatge(ctx_, 5000 + month),
-                                     QStringLiteral("%1").arg(month, 2, 10, QLatin1Char('0')));
-        if (m == aeat::Model::M349)
-            cmbPeriodo_->addItem(fixedText(ctx_, "Año", "Any"), QStringLiteral("0A"));
+    for (const QString& code : aeat::modelPeriods(m)) {
+        // A month by its name, the year as such, a quarter by its code.
+        const QString label = code == u"0A"         ? fixedText(ctx_, "Año", "Any")
+                              : code.endsWith(u'T') ? code
+                                                    : Missatge(ctx_, 5000 + code.toInt());
+        cmbPeriodo_->addItem(label, code);
     }
     const int i = cmbPeriodo_->findData(kept);
     cmbPeriodo_->setCurrentIndex(i >= 0 ? i : 0);
@@ -197,15 +182,14 @@ void FormModelos::showFigures() {
     for (const aeat::Box& b : figures_.boxes) {
         if (b.section != section) {
             section = b.section;
-            auto* group =
-                new QGroupBox(sectionCaption(ctx_, figures_.sections.value(section)), boxesArea_);
+            auto* group = new QGroupBox(aeat::sectionCaption(ctx_, figures_, section), boxesArea_);
             grid = new QGridLayout(group);
             grid->setColumnStretch(1, 1);
             column->addWidget(group);
             row = 0;
         }
         auto* number = new QLabel(QStringLiteral("[%1]").arg(b.number));
-        auto* text = new QLabel(caption(ctx_, b));
+        auto* text = new QLabel(aeat::boxCaption(ctx_, b));
         auto* value = new QLineEdit(aeat::boxText(ctx_, b));
         value->setObjectName(QStringLiteral("txtCasilla") + b.number);
         value->setAlignment(Qt::AlignRight);
@@ -244,11 +228,9 @@ void FormModelos::showFigures() {
             for (int c = 0; c < GridTerceros_->columnCount(); ++c) {
                 const report::Cell& cell =
                     p.rows[static_cast<std::size_t>(r)][static_cast<std::size_t>(c)];
-                const bool amount = std::holds_alternative<Money>(cell);
-                auto* item = new QTableWidgetItem(
-                    amount ? std::get<Money>(cell).format(2, ctx_.decimalMark())
-                           : report::cellText(cell, ctx_.decimalMark()));
-                if (amount) item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+                auto* item = new QTableWidgetItem(aeat::partyCellText(ctx_, cell));
+                if (std::holds_alternative<Money>(cell))
+                    item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
                 GridTerceros_->setItem(r, c, item);
             }
         GridTerceros_->resizeColumnsToContents();
@@ -265,10 +247,8 @@ bool FormModelos::GuardarFichero() {
     if (!aeat::modelHasFile(figures_.model)) return false;
     const QString path = askFilePath(aeat::modelFileName(ctx_, figures_));
     if (path.isEmpty()) return false;
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(aeat::modelFile(ctx_, figures_)) < 0 ||
-        !file.commit()) {
-        dialogs_.stop(file.errorString());
+    if (const QString error = aeat::writeModelFile(ctx_, figures_, path); !error.isEmpty()) {
+        dialogs_.stop(error);
         return false;
     }
     const QString saved = fixedText(ctx_, "Fichero guardado: %1", "Fitxer desat: %1").arg(path);
@@ -307,14 +287,14 @@ void FormModelos::fillDocument(QTextDocument& document) const {
         if (b.section != section) {
             if (section >= 0) html += QStringLiteral("</table>");
             section = b.section;
-            html +=
-                QStringLiteral("<h3>%1</h3><table width='100%' cellpadding='2'>")
-                    .arg(sectionCaption(ctx_, figures_.sections.value(section)).toHtmlEscaped());
+            html += QStringLiteral("<h3>%1</h3><table width='100%' cellpadding='2'>")
+                        .arg(aeat::sectionCaption(ctx_, figures_, section).toHtmlEscaped());
         }
-        html += QStringLiteral(
-                    "<tr><td width='8%'>[%1]</td><td>%2</td><td align='right'>%3"
-                    "</td></tr>")
-                    .arg(b.number, caption(ctx_, b).toHtmlEscaped(), aeat::boxText(ctx_, b));
+        html +=
+            QStringLiteral(
+                "<tr><td width='8%'>[%1]</td><td>%2</td><td align='right'>%3"
+                "</td></tr>")
+                .arg(b.number, aeat::boxCaption(ctx_, b).toHtmlEscaped(), aeat::boxText(ctx_, b));
     }
     if (section >= 0) html += QStringLiteral("</table>");
     if (!figures_.declarationType.isEmpty())
@@ -332,9 +312,7 @@ void FormModelos::fillDocument(QTextDocument& document) const {
                 const bool amount = std::holds_alternative<Money>(c);
                 html += QStringLiteral("<td%1>%2</td>")
                             .arg(amount ? QStringLiteral(" align='right'") : QString(),
-                                 (amount ? std::get<Money>(c).format(2, ctx_.decimalMark())
-                                         : report::cellText(c, ctx_.decimalMark()))
-                                     .toHtmlEscaped());
+                                 aeat::partyCellText(ctx_, c).toHtmlEscaped());
             }
             html += QStringLiteral("</tr>");
         }

@@ -378,7 +378,8 @@ std::vector<GalleryScreen> screenGallery() {
     addSalesScreens(screens, openExercise, dialogs());
     addPurchasesScreens(screens, openExercise, dialogs());
     addTreasuryScreens(screens, openExercise, dialogs());
-    // The returns, each on the sample year's second quarter (the 347 on the year).
+    // The returns, each on the sample year's first quarter, where its invoices are (the 347 on
+    // the year).
     for (const auto& [name, model] : {std::pair{"FormModelos_303", aeat::Model::M303},
                                       {"FormModelos_111", aeat::Model::M111},
                                       {"FormModelos_130", aeat::Model::M130},
@@ -389,7 +390,7 @@ std::vector<GalleryScreen> screenGallery() {
                                auto screen = std::make_unique<FormModelos>(ctx, dialogs());
                                screen->resize(900, 700);
                                screen->chooseModel(model);
-                               screen->choosePeriod(QStringLiteral("2T"));
+                               screen->choosePeriod(QStringLiteral("1T"));
                                return std::unique_ptr<QWidget>(std::move(screen));
                            }});
     // Last, so that its figures are those of the sales, purchases and treasury above.
