@@ -1,68 +1,14 @@
 #include "paginator.h"
 
-#include "context/common_helpers.h"
-#include "report_error.h"
+#include "band_values.h"
 
-#include <QDate>
+#include "report_error.h"
 
 namespace tallora::report {
 namespace {
 
 // Stands for the number of pages until every page is laid out.
 constexpr QChar kPageCountMark(0xE000);
-
-bool isWholeNumber(const QString& text) {
-    if (text.isEmpty()) return false;
-    for (qsizetype i = (text[0] == u'-' ? 1 : 0); i < text.size(); ++i)
-        if (!text[i].isDigit()) return false;
-    return true;
-}
-
-Money moneyOf(const QString& cell) {
-    if (cell.isEmpty()) return Money();
-    if (isWholeNumber(cell)) return Money::fromUnits(cell.toLongLong());
-    return Money::fromDouble(cell.toDouble());
-}
-
-QString numberText(double value) {
-    return QString::number(value, 'g', 15);
-}
-
-// Prefix sums of every slot, so that any run of rows sums in constant time.
-class RowSums {
-public:
-    RowSums(const CompiledLayout& layout, const ReportRows& rows) : n_(rows.rowCount()) {
-        for (const SumSlot& slot : layout.sums) {
-            std::vector<std::int64_t> money(n_ + 1, 0);
-            std::vector<double> number(n_ + 1, 0);
-            for (int r = 0; r < n_; ++r) {
-                const QString& cell = rows.cell(r, slot.column);
-                std::int64_t units = slot.money ? moneyOf(cell).units() : 0;
-                double value = slot.money ? 0 : cell.toDouble();
-                if (slot.minus >= 0) {
-                    const QString& less = rows.cell(r, slot.minus);
-                    units -= slot.money ? moneyOf(less).units() : 0;
-                    value -= slot.money ? 0 : less.toDouble();
-                }
-                money[r + 1] = money[r] + units;
-                number[r + 1] = number[r] + value;
-            }
-            money_.push_back(std::move(money));
-            number_.push_back(std::move(number));
-        }
-    }
-    Money money(int slot, int from, int to) const {
-        return Money::fromUnits(money_[slot][to] - money_[slot][from]);
-    }
-    double number(int slot, int from, int to) const {
-        return number_[slot][to] - number_[slot][from];
-    }
-
-private:
-    int n_;
-    std::vector<std::vector<std::int64_t>> money_;
-    std::vector<std::vector<double>> number_;
-};
 
 class Paginator {
 public:
@@ -74,17 +20,16 @@ public:
           fonts_(fonts),
           ctx_(ctx),
           path_(path),
-          sums_(layout, rows),
+          values_(layout, rows, ctx),
           n_(rows.rowCount()),
-          levels_(static_cast<int>(layout.groupColumns.size())) {
-        findGroups();
+          levels_(values_.levels()) {
         footerHeight_ = l_.pageFooter ? fixedHeight(*l_.pageFooter) : 0;
     }
 
     RenderedReport run() {
         startPage(0);
         for (int r = 0; r < n_; ++r) {
-            const int changed = r == 0 ? 0 : changeLevel_[r];
+            const int changed = r == 0 ? 0 : values_.changeLevel(r);
             if (r > 0)
                 for (int level = levels_ - 1; level >= changed; --level) groupFooter(level, r - 1);
             headersAndDetail(r, changed);
@@ -101,10 +46,7 @@ public:
     }
 
 private:
-    struct Where {
-        int row = -1;    // the current row, -1 when there is none
-        int level = -1;  // the group of a group sum
-    };
+    using Where = BandPlace;
     struct Instance {
         const CompiledBand* band = nullptr;
         Where where;
@@ -122,101 +64,15 @@ private:
 
     int innermost() const { return levels_ - 1; }
 
-    void findGroups() {
-        changeLevel_.assign(n_, levels_);
-        groupStart_.assign(levels_, std::vector<int>(n_, 0));
-        groupEnd_.assign(levels_, std::vector<int>(n_, n_));
-        for (int r = 1; r < n_; ++r)
-            for (int level = 0; level < levels_; ++level) {
-                const int c = l_.groupColumns[level];
-                if (rows_.cell(r, c).compare(rows_.cell(r - 1, c), Qt::CaseInsensitive) != 0) {
-                    changeLevel_[r] = level;
-                    break;
-                }
-            }
-        for (int level = 0; level < levels_; ++level) {
-            for (int r = 1; r < n_; ++r)
-                groupStart_[level][r] = changeLevel_[r] <= level ? r : groupStart_[level][r - 1];
-            for (int r = n_ - 2; r >= 0; --r)
-                groupEnd_[level][r] =
-                    changeLevel_[r + 1] <= level ? r + 1 : groupEnd_[level][r + 1];
-        }
-    }
-
-    // The rows a scope covers at `where`.
-    std::pair<int, int> range(SumScope scope, const Where& where) const {
-        switch (scope) {
-            case SumScope::Group:
-                if (where.level < 0 || where.row < 0) return {0, n_};
-                return {groupStart_[where.level][where.row], groupEnd_[where.level][where.row]};
-            case SumScope::Page:
-                return {pageFirstRow_, printed_};
-            case SumScope::Carried:
-                return {0, printed_};
-            case SumScope::Report:
-                return {0, n_};
-        }
-        return {0, 0};
-    }
-
-    QString field(const CompiledPiece& p, int row) const {
-        if (row < 0) return {};
-        const QString& cell = rows_.cell(row, p.column);
-        if (cell.isNull()) return {};
-        switch (p.format) {
-            case ValueFormat::Plain:
-                return cell;
-            case ValueFormat::Amount:
-                if (isWholeNumber(cell) ? cell.toLongLong() == 0 : cell.toDouble() == 0.0)
-                    return {};
-                [[fallthrough]];
-            case ValueFormat::Money:
-                return isWholeNumber(cell)
-                           ? Format_Import(ctx_, Money::fromUnits(cell.toLongLong()))
-                           : Format_Import(ctx_, cell.toDouble());
-            case ValueFormat::Quantity:
-                return Format_Quantitat(ctx_, cell.toDouble());
-            case ValueFormat::Date: {
-                const QDate d = QDate::fromString(cell.left(10), Qt::ISODate);
-                return d.isValid() ? d.toString(QStringLiteral("dd/MM/yyyy")) : cell;
-            }
-        }
-        return cell;
-    }
-
-    QString sum(const CompiledPiece& p, const Where& where) const {
-        const auto [from, to] = range(p.scope, where);
-        if (l_.sums[p.slot].money) return Format_Import(ctx_, sums_.money(p.slot, from, to));
-        const double v = sums_.number(p.slot, from, to);
-        return p.format == ValueFormat::Quantity ? Format_Quantitat(ctx_, v) : numberText(v);
-    }
-
     QString evaluate(const CompiledText& t, const Where& where) const {
         QString s;
         for (const CompiledPiece& p : t.pieces) {
-            switch (p.kind) {
-                case TextPiece::Kind::Literal:
-                case TextPiece::Kind::Formula:
-                    s += p.text;
-                    break;
-                case TextPiece::Kind::Field:
-                    s += field(p, where.row);
-                    break;
-                case TextPiece::Kind::Sum:
-                    s += sum(p, where);
-                    break;
-                case TextPiece::Kind::Count: {
-                    const auto [from, to] = range(p.scope, where);
-                    s += QString::number(to - from);
-                    break;
-                }
-                case TextPiece::Kind::PageNumber:
-                    s += QString::number(out_.pages.size());
-                    break;
-                case TextPiece::Kind::PageCount:
-                    s += kPageCountMark;
-                    break;
-            }
+            if (p.kind == TextPiece::Kind::PageNumber)
+                s += QString::number(out_.pages.size());
+            else if (p.kind == TextPiece::Kind::PageCount)
+                s += kPageCountMark;
+            else
+                s += values_.text(p, where, {pageFirstRow_, printed_});
         }
         return s;
     }
@@ -379,11 +235,9 @@ private:
     const FontBook& fonts_;
     const WorkingContext& ctx_;
     const QString& path_;
-    RowSums sums_;
+    BandValues values_;
     const int n_;
     const int levels_;
-    std::vector<int> changeLevel_;
-    std::vector<std::vector<int>> groupStart_, groupEnd_;
     double footerHeight_ = 0;
     RenderedReport out_;
     std::vector<WaitingText> waiting_;

@@ -69,10 +69,22 @@ void appendFormula(ReportJob& job, const QString& formula) {
     throw ReportError(QStringLiteral("no room left for the formula %1").arg(formula));
 }
 
+PrintRequest spreadsheetRequest(const QString& path) {
+    const bool csv = path.endsWith(QStringLiteral(".csv"), Qt::CaseInsensitive);
+    return {csv ? Destination::Csv : Destination::Xlsx, path};
+}
+
+QString savedText(const WorkingContext& ctx, const QString& path) {
+    return fixedText(ctx, "Fichero guardado: %1", "Fitxer desat: %1").arg(path);
+}
+
 ReportResult runReport(const WorkingContext& ctx, Dialogs& dialogs, ReportJob& job,
                        ReportOutput* output, const PrintRequest& request,
                        const QString& windowTitle, const std::function<void(ReportJob&)>& fill) {
-    if (!Hi_Ha_Impressora(ctx, dialogs)) return {ReportResult::Status::Cancelled, {}, 0};
+    // A spreadsheet needs no printer.
+    const bool sheet =
+        request.destination == Destination::Xlsx || request.destination == Destination::Csv;
+    if (!sheet && !Hi_Ha_Impressora(ctx, dialogs)) return {ReportResult::Status::Cancelled, {}, 0};
     Neteja_Informe(job);
     // A list orders its rows by its layout or by what `fill` says, never by the sort fields
     // another report left in the shared job.

@@ -42,14 +42,20 @@ QString textFormula(const QString& name, const QString& value);
 // are taken.
 void appendFormula(ReportJob& job, const QString& formula);
 
-// Where a list goes: the window, the printer, or a PDF file.
+// Where a list goes: the window, the printer, a PDF file or a spreadsheet.
 struct PrintRequest {
     int destination = Destination::Window;
-    QString printFileName;  // with Destination::File
+    QString printFileName;  // with Destination::File, Xlsx and Csv
 };
 
-// The launch every list follows: Hi_Ha_Impressora; Neteja_Informe; the sort fields emptied;
-// `fill` (layout, data files, formulas, selection, sort); WindowTitle; Destination;
+// The request that saves a list as a spreadsheet at `path`: CSV for a ".csv" file, else XLSX.
+PrintRequest spreadsheetRequest(const QString& path);
+
+// What a screen tells once a file is saved: "Fichero guardado: <path>".
+QString savedText(const WorkingContext& ctx, const QString& path);
+
+// The launch every list follows: Hi_Ha_Impressora (not for a spreadsheet); Neteja_Informe; the sort
+// fields emptied; `fill` (layout, data files, formulas, selection, sort); WindowTitle; Destination;
 // Marges_Informe; Action. With no printer nothing runs and the result is Cancelled.
 ReportResult runReport(const WorkingContext& ctx, Dialogs& dialogs, ReportJob& job,
                        ReportOutput* output, const PrintRequest& request,

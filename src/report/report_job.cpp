@@ -2,13 +2,16 @@
 
 #include "compiled_layout.h"
 #include "context/dialogs.h"
+#include "context/working_context.h"
 #include "layout_reader.h"
 #include "paginator.h"
 #include "pdf_output.h"
 #include "report_data.h"
 #include "report_error.h"
+#include "report_sheet.h"
 #include "store/store_error.h"
 
+#include <memory>
 #include <optional>
 
 namespace tallora::report {
@@ -80,14 +83,21 @@ ReportRows readRows(const Layout& layout, const ReportJob& job, DataSource& sour
     return source.read(compiled.sourceColumns, sourceOrder, where);
 }
 
-}  // namespace
+// A job's layout read and bound to its rows: what both the pages and the sheet are made of.
+struct BoundReport {
+    Layout layout;
+    std::optional<DataSource> source;
+    FontBook fonts;
+    CompiledLayout compiled;
+    ReportRows rows;
+};
 
-RenderedReport renderReport(const ReportJob& job, const WorkingContext& ctx) {
+std::unique_ptr<BoundReport> bind(const ReportJob& job) {
     if (job.ReportFileName.trimmed().isEmpty())
         throw ReportError(QStringLiteral("no report file is given"));
-    const Layout layout = readLayout(job.ReportFileName);
-    const PageGeometry geometry = geometryOf(layout, job);
-    std::optional<DataSource> source;
+    auto r = std::make_unique<BoundReport>();
+    r->layout = readLayout(job.ReportFileName);
+    const Layout& layout = r->layout;
     if (layout.data) {
         const QString& file = job.DataFiles[layout.data->file];
         if (file.isEmpty())
@@ -96,32 +106,58 @@ RenderedReport renderReport(const ReportJob& job, const WorkingContext& ctx) {
                     .arg(layout.path)
                     .arg(layout.data->line)
                     .arg(layout.data->file));
-        source.emplace(file, layout.data->source);
+        r->source.emplace(file, layout.data->source);
         for (const JoinRule& j : layout.joins) {
             try {
-                source->join(job.DataFiles[j.file], j.source, j.key, j.field, j.as);
+                r->source->join(job.DataFiles[j.file], j.source, j.key, j.field, j.as);
             } catch (const ReportError& e) {
                 throw ReportError(
                     QStringLiteral("%1:%2: %3").arg(layout.path).arg(j.line).arg(e.message()));
             }
         }
     }
-    FontBook fonts;
     const FormulaSet formulas(job.Formulas);
-    CompiledLayout compiled = compileLayout(layout, source ? &*source : nullptr, formulas, fonts);
-    const ReportRows rows = source ? readRows(layout, job, *source, compiled) : ReportRows();
-    RenderedReport report = paginate(compiled, rows, geometry, fonts, ctx, layout.path);
+    r->compiled = compileLayout(layout, r->source ? &*r->source : nullptr, formulas, r->fonts);
+    if (r->source) r->rows = readRows(layout, job, *r->source, r->compiled);
+    return r;
+}
+
+bool spreadsheet(int destination) {
+    return destination == Destination::Xlsx || destination == Destination::Csv;
+}
+
+}  // namespace
+
+RenderedReport renderReport(const ReportJob& job, const WorkingContext& ctx) {
+    const auto bound = bind(job);
+    const PageGeometry geometry = geometryOf(bound->layout, job);
+    RenderedReport report =
+        paginate(bound->compiled, bound->rows, geometry, bound->fonts, ctx, bound->layout.path);
     report.title = job.WindowTitle;
     return report;
+}
+
+Sheet reportSheet(const ReportJob& job, const WorkingContext& ctx) {
+    const auto bound = bind(job);
+    return tabulate(bound->compiled, bound->rows, ctx, job.WindowTitle);
 }
 
 ReportResult ReportJob::Action(const WorkingContext& ctx, Dialogs& dialogs,
                                ReportOutput* output) const {
     ReportResult result;
     try {
-        if (Destination != Destination::Window && Destination != Destination::Printer &&
-            Destination != Destination::File)
+        if (Destination < Destination::Window || Destination > Destination::Csv)
             throw ReportError(QStringLiteral("unknown destination %1").arg(Destination));
+        if (spreadsheet(Destination)) {
+            const Sheet sheet = reportSheet(*this, ctx);
+            const QString error = Destination == Destination::Xlsx
+                                      ? writeXlsx(PrintFileName, {sheet})
+                                      : writeCsv(PrintFileName, sheet, ctx.decimalMark());
+            if (!error.isEmpty())
+                throw ReportError(QStringLiteral("%1: %2").arg(PrintFileName, error));
+            result.status = ReportResult::Status::Done;
+            return result;
+        }
         if (Destination != Destination::File && !output)
             throw ReportError(
                 QStringLiteral("there is no window or printer to send the report to"));

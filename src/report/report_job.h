@@ -17,6 +17,7 @@
 // only then sends them on, so that a fault shows one message and leaves nothing half done.
 #include "context/fwd.h"
 #include "report_output.h"
+#include "spreadsheet.h"
 
 #include <QString>
 #include <QStringList>
@@ -30,6 +31,8 @@ namespace Destination {
 inline constexpr int Window = 0;   // a preview, through ReportOutput::showWindow
 inline constexpr int Printer = 1;  // the print dialog and a printer, through ReportOutput
 inline constexpr int File = 2;     // a PDF file at PrintFileName
+inline constexpr int Xlsx = 3;     // a spreadsheet (report_sheet.h) at PrintFileName
+inline constexpr int Csv = 4;      // the same sheet as CSV at PrintFileName
 }  // namespace Destination
 
 struct ReportResult {
@@ -56,7 +59,7 @@ struct ReportJob {
     QString SelectionFormula;
     QString WindowTitle;
     int Destination = Destination::Window;
-    // The PDF file of Destination::File; written whole or not at all.
+    // The file of Destination::File, Xlsx and Csv; written whole or not at all.
     QString PrintFileName;
     int CopiesToPrinter = 1;
     // Page margins in millimetres, as marge.cfg holds them; 0 keeps the layout's own margin
@@ -72,5 +75,8 @@ struct ReportJob {
 
 // Lays the job's pages out in memory; throws ReportError (or StoreError) on any fault.
 RenderedReport renderReport(const ReportJob& job, const WorkingContext& ctx);
+
+// The job's report as one spreadsheet sheet (report_sheet.h); throws as renderReport.
+Sheet reportSheet(const ReportJob& job, const WorkingContext& ctx);
 
 }  // namespace tallora::report

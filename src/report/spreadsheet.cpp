@@ -46,6 +46,8 @@ void writeCell(lxw_worksheet* ws, lxw_row_t r, lxw_col_t c, const Cell& cell, lx
         worksheet_write_number(ws, r, c, m->toPlainText(2).toDouble(), f.amount);
     } else if (const auto* n = std::get_if<qint64>(&cell)) {
         worksheet_write_number(ws, r, c, static_cast<double>(*n), text);
+    } else if (const auto* q = std::get_if<double>(&cell)) {
+        worksheet_write_number(ws, r, c, *q, text);
     } else if (const auto* d = std::get_if<QDate>(&cell)) {
         if (d->isValid()) {
             lxw_datetime dt{d->year(), d->month(), d->day(), 0, 0, 0};
@@ -143,6 +145,12 @@ QString cellText(const Cell& cell, QChar mark) {
     if (const auto* s = std::get_if<QString>(&cell)) return *s;
     if (const auto* m = std::get_if<Money>(&cell)) return plainAmount(*m, mark);
     if (const auto* n = std::get_if<qint64>(&cell)) return QString::number(*n);
+    if (const auto* q = std::get_if<double>(&cell)) {
+        QString text = QString::number(*q, 'f', 3);
+        while (text.contains(u'.') && (text.endsWith(u'0') || text.endsWith(u'.'))) text.chop(1);
+        if (mark != u'.') text.replace(u'.', mark);
+        return text;
+    }
     if (const auto* d = std::get_if<QDate>(&cell))
         return d->isValid() ? d->toString(QStringLiteral("dd/MM/yyyy")) : QString();
     return {};

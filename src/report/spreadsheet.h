@@ -22,8 +22,8 @@
 
 namespace tallora::report {
 
-// An empty cell, a text, an amount, a whole number or a date.
-using Cell = std::variant<std::monostate, QString, Money, qint64, QDate>;
+// An empty cell, a text, an amount, a whole number, a quantity or a date.
+using Cell = std::variant<std::monostate, QString, Money, qint64, double, QDate>;
 using SheetRow = std::vector<Cell>;
 
 struct Sheet {

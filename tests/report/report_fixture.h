@@ -128,4 +128,17 @@ inline QStringList pdfPages(const QString& pdf) {
     return pages;
 }
 
+// A workbook as tests/report/dump_xlsx.py reads it with openpyxl: the JSON by default, its
+// text form with `text`.
+inline QByteArray readXlsx(const QString& path, bool text = false) {
+    QStringList arguments{sourcePath(QStringLiteral("tests/report/dump_xlsx.py")), path};
+    if (text) arguments << QStringLiteral("--text");
+    QProcess p;
+    p.start(QStringLiteral("/usr/bin/python3"), arguments);
+    require(p.waitForFinished(60000) && p.exitStatus() == QProcess::NormalExit && p.exitCode() == 0,
+            QStringLiteral("dump_xlsx.py %1: %2")
+                .arg(path, QString::fromUtf8(p.readAllStandardError())));
+    return p.readAllStandardOutput();
+}
+
 }  // namespace tallora::testing
