@@ -1,5 +1,6 @@
-// book: a book of the books dialog printed to a PDF file, or its rows and footer summary as
-// text, through the dialog's own launch: the same period check, rebuild and formulas.
+// book: a book of the books dialog printed to a PDF file or saved as a spreadsheet (XLSX or
+// CSV), or its rows and footer summary as text, through the dialog's own launch: the same
+// period check, rebuild and formulas.
 #include "books/ledger_reports.h"
 #include "books/operating_statement.h"
 #include "books/trial_balance.h"
@@ -45,13 +46,24 @@ Series seriesArgument(const QString& text) {
                          .arg(text)};
 }
 
-// --pdf FILE or --text, exactly one: the PDF file's path, empty for text.
-QString pdfOrText(const CliOptions& o) {
-    const bool text = o.flags.contains(QStringLiteral("text"));
-    const QString pdf = o.value(QStringLiteral("pdf"));
-    if (text == !pdf.isEmpty())
-        throw UsageError{QStringLiteral("give either --pdf FILE or --text")};
-    return pdf;
+// --pdf FILE, --xlsx FILE, --csv FILE or --text, exactly one: where the book goes; none for
+// the text on the output.
+std::optional<report::PrintRequest> bookOutput(const CliOptions& o) {
+    static const std::pair<const char*, int> files[] = {{"pdf", report::Destination::File},
+                                                        {"xlsx", report::Destination::Xlsx},
+                                                        {"csv", report::Destination::Csv}};
+    int given = o.flags.contains(QStringLiteral("text")) ? 1 : 0;
+    std::optional<report::PrintRequest> output;
+    for (const auto& [option, destination] : files) {
+        const QString file = o.value(QString::fromLatin1(option));
+        if (file.isEmpty()) continue;
+        ++given;
+        output = report::PrintRequest{destination, file};
+    }
+    if (given != 1)
+        throw UsageError{
+            QStringLiteral("give one of --pdf FILE, --xlsx FILE, --csv FILE or --text")};
+    return output;
 }
 
 // The options a statement has no use for, refused with `why`.
@@ -75,8 +87,8 @@ std::optional<books::Extract> extractArgument(const QString& name) {
 
 int ledgerCommand(Session& s, const CliOptions& o, books::Extract extract) {
     const ExerciseWords w{o.arguments[1], yearArgument(o.arguments[2])};
-    const QString pdf = pdfOrText(o);
-    const bool text = pdf.isEmpty();
+    const auto output = bookOutput(o);
+    const bool text = !output;
     const bool parties =
         extract == books::Extract::Customers || extract == books::Extract::Suppliers;
     refuseOptions(o, {"from", "to", "series", "irpf"},
@@ -91,7 +103,7 @@ int ledgerCommand(Session& s, const CliOptions& o, books::Extract extract) {
     if (o.given(QStringLiteral("party")))
         request.party = numberArgument(o.value(QStringLiteral("party"))).toLongLong();
     request.printDate = dateOption(o, QStringLiteral("date"), QDate::currentDate());
-    request.print = {report::Destination::File, pdf};
+    request.print = output.value_or(report::PrintRequest{});
     if (!enterMasterFiles(s, w)) return kRefused;
     if (text) {
         for (const QString& line : books::ledgerRows(s.ctx, request)) s.out << line << '\n';
@@ -103,8 +115,8 @@ int ledgerCommand(Session& s, const CliOptions& o, books::Extract extract) {
 
 int trialBalanceCommand(Session& s, const CliOptions& o) {
     const ExerciseWords w{o.arguments[1], yearArgument(o.arguments[2])};
-    const QString pdf = pdfOrText(o);
-    const bool text = pdf.isEmpty();
+    const auto output = bookOutput(o);
+    const bool text = !output;
     refuseOptions(o, {"from", "to", "series", "irpf", "party", "invoices"},
                   QStringLiteral("the summary of balances covers the exercise"));
     const QDate date = dateOption(o, QStringLiteral("date"), QDate::currentDate());
@@ -117,14 +129,14 @@ int trialBalanceCommand(Session& s, const CliOptions& o) {
     }
     report::ReportJob job;
     return s.finish(books::launchTrialBalance(s.ctx, s.dialogs, job, nullptr, date,
-                                              {report::Destination::File, pdf})
+                                              output.value_or(report::PrintRequest{}))
                         .ok());
 }
 
 int operatingStatementCommand(Session& s, const CliOptions& o) {
     const ExerciseWords w{o.arguments[1], yearArgument(o.arguments[2])};
-    const QString pdf = pdfOrText(o);
-    const bool text = pdf.isEmpty();
+    const auto output = bookOutput(o);
+    const bool text = !output;
     refuseOptions(o, {"series", "irpf", "party", "invoices"},
                   QStringLiteral("the operating statement has no such choice"));
     books::OperatingRequest request;
@@ -137,7 +149,7 @@ int operatingStatementCommand(Session& s, const CliOptions& o) {
     request.fromMonth = monthOption(o, QStringLiteral("from"), 1);
     request.toMonth = monthOption(o, QStringLiteral("to"), 12);
     request.printDate = dateOption(o, QStringLiteral("date"), QDate::currentDate());
-    request.print = {report::Destination::File, pdf};
+    request.print = output.value_or(report::PrintRequest{});
     if (!enterMasterFiles(s, w)) return kRefused;
     if (text) {
         if (!books::prepareOperatingStatement(s.ctx, s.dialogs, request)) return kRefused;
@@ -161,8 +173,8 @@ int bookCommand(Session& s, const CliOptions& o) {
     const bool irpf = o.flags.contains(QStringLiteral("irpf"));
     const Book book = bookArgument(o.arguments[0], irpf);
     const ExerciseWords w{o.arguments[1], yearArgument(o.arguments[2])};
-    const QString pdf = pdfOrText(o);
-    const bool text = pdf.isEmpty();
+    const auto output = bookOutput(o);
+    const bool text = !output;
     const bool periodic = book != Book::Declaration;
     if (!periodic && (o.given(QStringLiteral("from")) || o.given(QStringLiteral("to"))))
         throw UsageError{QStringLiteral("--from, --to: the 347 declaration covers the year")};
@@ -176,7 +188,7 @@ int bookCommand(Session& s, const CliOptions& o) {
     if (o.given(QStringLiteral("series")))
         request.series = seriesArgument(o.value(QStringLiteral("series")));
     request.printDate = dateOption(o, QStringLiteral("date"), QDate::currentDate());
-    request.print = {report::Destination::File, pdf};
+    request.print = output.value_or(report::PrintRequest{});
 
     if (!enterMasterFiles(s, w)) return kRefused;
     if (irpf && s.ctx.ModeExercici == QStringLiteral("TICKETS"))

@@ -236,8 +236,8 @@ const std::vector<Command>& commands() {
         {"verifactu-xml", "NIF8 FILE", 2, 2, {}, verifactuXmlCommand},
         {"verifactu-send", "NIF8", 1, 1, {"certificate"}, verifactuSendCommand},
         {"book", "NAME NIF8 YYYY", 3, 3,
-         QStringList{"from", "to", "series", "irpf", "date", "pdf", "text", "party", "invoices",
-                     "level"},
+         QStringList{"from", "to", "series", "irpf", "date", "pdf", "xlsx", "csv", "text", "party",
+                     "invoices", "level"},
          bookCommand},
         {"aeat-books", "NIF8 YYYY FILE", 3, 3, {"from", "to", "monthly"}, aeatBooksCommand},
         {"model-303", "NIF8 YYYY PERIOD", 3, 3, {"file", "box"}, modelCommand},
@@ -280,9 +280,10 @@ int usageError(QTextStream& err, const QString& reason) {
 bool printsReport(const QStringList& args) {
     try {
         const CliOptions o = parseCommandLine(args);
-        return (o.command == QStringLiteral("book") ||
-                o.command == QStringLiteral("print-document")) &&
-               o.given(QStringLiteral("pdf"));
+        if (o.command == QStringLiteral("book"))
+            return o.given(QStringLiteral("pdf")) || o.given(QStringLiteral("xlsx")) ||
+                   o.given(QStringLiteral("csv"));
+        return o.command == QStringLiteral("print-document") && o.given(QStringLiteral("pdf"));
     } catch (const UsageError&) {
         return false;
     }

@@ -44,7 +44,12 @@ const std::map<QString, bool>& knownOptions() {
             o.emplace(field, true);
         o.insert({{"empty", false}, {"open", false}});
         // The books.
-        o.insert({{"series", true}, {"irpf", false}, {"pdf", true}, {"text", false}});
+        o.insert({{"series", true},
+                  {"irpf", false},
+                  {"pdf", true},
+                  {"xlsx", true},
+                  {"csv", true},
+                  {"text", false}});
         o.emplace(QStringLiteral("level"), true);
         // The sample exercise.
         o.insert({{"invoices", true}, {"seed", true}});

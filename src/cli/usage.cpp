@@ -332,11 +332,14 @@ Sample data, for trying the program on a realistic volume:
                       with the billing module, for a TICKETS exercise and while a month
                       is locked. Prints the counts of customers, suppliers, sales,
                       purchases, credit notes and settled invoices, tab-separated.
-Books, as the books dialog launches them (--pdf FILE prints to a PDF file; --text prints the
-book's rows, tab-separated with the column names first, then a blank line and the footer
-summary, one "name<TAB>value" a line):
+Books, as the books dialog launches them (--pdf FILE prints to a PDF file; --xlsx FILE and
+--csv FILE save what the pages print as a spreadsheet: the title and period, the column
+headings, the rows with amounts and dates as values, the groups' and the report's totals;
+the CSV separated by ';' with the exercise's decimal mark; --text prints the book's rows,
+tab-separated with the column names first, then a blank line and the footer summary, one
+"name<TAB>value" a line):
   book NAME NIF8 YYYY [--from M] [--to M] [--series all|normal|abonos|rect|intra|canarias]
-                  [--irpf] [--date DD/MM/YYYY] (--pdf FILE | --text)
+                  [--irpf] [--date DD/MM/YYYY] (--pdf|--xlsx|--csv FILE | --text)
                       NAME is sales, purchases (the general book), purchases-vat (only
                       what has a VAT number), investments, provisions or 347 (the
                       declaration of operations with third parties, the whole year). The
@@ -346,8 +349,9 @@ summary, one "name<TAB>value" a line):
                       supplier (purchases; it reads the journal as the last purchases book
                       left it). --date is the print date (default today).
   book ledger-customers|ledger-suppliers NIF8 YYYY [--party NUMBER] [--invoices]
-                  [--date DD/MM/YYYY] (--pdf FILE | --text)
-  book ledger-expenses|ledger-sales NIF8 YYYY [--date DD/MM/YYYY] (--pdf FILE | --text)
+                  [--date DD/MM/YYYY] (--pdf|--xlsx|--csv FILE | --text)
+  book ledger-expenses|ledger-sales NIF8 YYYY [--date DD/MM/YYYY]
+                  (--pdf|--xlsx|--csv FILE | --text)
                       the extracts: a customer's or supplier's account with its running
                       balance (one party with --party, else all; with treasury control it
                       is rebuilt from the opening balance, the invoices and the movements,
@@ -355,12 +359,12 @@ summary, one "name<TAB>value" a line):
                       list of their invoices; every purchase by expense account; every sale
                       by income account. --text prints the rows, one a line.
   book operating-statement NIF8 YYYY [--from M] [--to M] [--level 1|2|3]
-                  [--date DD/MM/YYYY] (--pdf FILE | --text)
+                  [--date DD/MM/YYYY] (--pdf|--xlsx|--csv FILE | --text)
                       the profit and loss of the months from --from to --to, month by
                       month: by account (level 1, the default), by type (2) or by group (3).
                       It first makes every purchase's exempt part the share of its total
                       that no base and no IVA explain.
-  book trial-balance NIF8 YYYY [--date DD/MM/YYYY] (--pdf FILE | --text)
+  book trial-balance NIF8 YYYY [--date DD/MM/YYYY] (--pdf|--xlsx|--csv FILE | --text)
                       (treasury control only) the summary of balances: one line a large
                       group of accounts with its debit or credit balance, then the totals.
 Bank statements (Norma 43, AEB cuaderno 43):

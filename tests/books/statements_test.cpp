@@ -31,6 +31,10 @@ protected:
     }
     QString pdf() const { return f.unit.filePath(QStringLiteral("statement.pdf")); }
     report::PrintRequest print() const { return {report::Destination::File, pdf()}; }
+    QString xlsx() const { return f.unit.filePath(QStringLiteral("statement.xlsx")); }
+    report::PrintRequest sheet() const { return {report::Destination::Xlsx, xlsx()}; }
+    // The spreadsheet saved, as openpyxl reads it.
+    QString sheetText() const { return QString::fromUtf8(readXlsx(xlsx(), true)); }
 
     ScriptedDialogs dialogs;
     report::ReportJob job;
@@ -81,6 +85,9 @@ TEST_F(Statements, EachExtractOfTheExerciseAsExpected) {
             << dialogs.lastText().toStdString();
         expectFile(folderOf(c.folder), "rows.txt", ledgerRows(f.ctx, r).join(u'\n') + u'\n', pdf());
         expectFile(folderOf(c.folder), "expected.txt", pdfPages(pdf()).join(u'\f'), pdf());
+        r.print = sheet();
+        ASSERT_TRUE(launchLedger(f.ctx, dialogs, job, nullptr, r).ok());
+        expectFile(folderOf(c.folder), "sheet.txt", sheetText(), pdf());
     }
 }
 
@@ -92,6 +99,8 @@ TEST_F(Statements, TheSummaryOfBalancesOfTheExerciseAsExpected) {
     expectFile(folderOf("trial_balance"), "rows.txt",
                trialBalanceRows(f.ctx, *totals).join(u'\n') + u'\n', pdf());
     expectFile(folderOf("trial_balance"), "expected.txt", pdfPages(pdf()).join(u'\f'), pdf());
+    ASSERT_TRUE(launchTrialBalance(f.ctx, dialogs, job, nullptr, QDate(2026, 4, 20), sheet()).ok());
+    expectFile(folderOf("trial_balance"), "sheet.txt", sheetText(), pdf());
 }
 
 TEST_F(Statements, TheOperatingStatementOfEachLevelAsExpected) {
@@ -128,5 +137,8 @@ TEST_F(Statements, TheOperatingStatementOfEachLevelAsExpected) {
         expectFile(folderOf(name.constData()), "rows.txt",
                    operatingStatementRows(f.ctx).join(u'\n') + u'\n', pdf());
         expectFile(folderOf(name.constData()), "expected.txt", pdfPages(pdf()).join(u'\f'), pdf());
+        r.print = sheet();
+        ASSERT_TRUE(launchOperatingStatement(f.ctx, dialogs, job, nullptr, r).ok());
+        expectFile(folderOf(name.constData()), "sheet.txt", sheetText(), pdf());
     }
 }

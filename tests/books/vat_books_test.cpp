@@ -244,5 +244,11 @@ TEST_F(VatBooks, EachBookOfTheFixedExerciseGivesItsExpectedRowsSummaryAndPages) 
         expectFile(folder, "summary.txt", summary.isEmpty() ? summary : summary + u'\n');
         expectFile(folder, "expected.txt", pdfPages(job.PrintFileName).join(u'\f'),
                    job.PrintFileName);
+        // The same book as a spreadsheet, read back by openpyxl.
+        BookRequest sheet = request(c.from, c.to, c.series);
+        sheet.print = {report::Destination::Xlsx, f.unit.filePath(QStringLiteral("book.xlsx"))};
+        ASSERT_TRUE(launch(c.book, sheet).ok()) << dialogs.lastText().toStdString();
+        expectFile(folder, "sheet.txt",
+                   QString::fromUtf8(readXlsx(sheet.print.printFileName, true)));
     }
 }

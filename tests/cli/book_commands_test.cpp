@@ -1,12 +1,15 @@
 // The book command of tallora5-cli on an exercise posted through the companion: the rows
-// and summary as text, the printed PDF, the period refused, the withholding list that reads
-// the journal as the last purchases book left it, and the words it refuses.
+// and summary as text, the printed PDF, the spreadsheets, the period refused, the withholding list
+// that reads the journal as the last purchases book left it, and the words it refuses.
 #include "../report/report_fixture.h"
 #include "cli_fixture.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 using namespace tallora;
 using tallora::clitest::Result;
@@ -109,6 +112,54 @@ TEST_F(cliBooks, TheBookIsPrintedToAPdfFile) {
     EXPECT_TRUE(text.contains("Colmado Ruiz"));
 }
 
+TEST_F(cliBooks, TheBookIsSavedAsASpreadsheetWithItsValues) {
+    open();
+    postSale("15", "1", "121,00");
+    postSale("20", "2", "242,00");
+    const QString xlsx = unit.filePath("ventas.xlsx");
+    Result r = book("sales", {"--xlsx", xlsx, "--from", "1", "--to", "3"});
+    ASSERT_EQ(r.code, 0) << r;
+    const QJsonArray sheets = QJsonDocument::fromJson(tallora::testing::readXlsx(xlsx)).array();
+    ASSERT_EQ(sheets.size(), 1);
+    const QJsonArray rows = sheets[0].toObject()[u"rows"].toArray();
+    const auto cell = [](const QJsonArray& row, int c) {
+        const QJsonArray typed = row[c].toArray();
+        return typed.isEmpty() ? QString() : typed[0].toString() + u':' + typed[1].toString();
+    };
+    // The title and period above, then the rows of the book as the text gives them.
+    QStringList all;
+    for (const QJsonValue& row : rows) all << cell(row.toArray(), 0);
+    EXPECT_TRUE(all.contains(QStringLiteral("s:Fusteria Pons   ") +
+                             QDate::currentDate().toString(u"dd/MM/yyyy")))
+        << all.join(u'|').toStdString();
+    const qsizetype first = all.indexOf(QStringLiteral("n:1"));
+    ASSERT_GE(first, 0);
+    const QJsonArray sale = rows[first].toArray();
+    EXPECT_EQ(cell(sale, 1), "d:2025-01-15");
+    EXPECT_EQ(cell(sale, 3), "s:Colmado Ruiz");
+    EXPECT_EQ(cell(sale, 4), "s:B11111111");
+    EXPECT_EQ(cell(sale, 5), "n:100");
+    EXPECT_EQ(cell(sale, 7), "n:21");
+    EXPECT_EQ(cell(sale, 11), "n:121");
+    EXPECT_EQ(cell(rows[first + 1].toArray(), 5), "n:200");
+    // The sums of the period under their columns.
+    const QJsonArray sums = rows[first + 2].toArray();
+    EXPECT_EQ(cell(sums, 5), "n:300");
+    EXPECT_EQ(cell(sums, 7), "n:63");
+    EXPECT_EQ(cell(sums, 11), "n:363");
+
+    const QString csv = unit.filePath("ventas.csv");
+    r = book("sales", {"--csv", csv, "--from", "1", "--to", "3"});
+    ASSERT_EQ(r.code, 0) << r;
+    QFile file(csv);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(file.readAll());
+    EXPECT_TRUE(
+        text.contains(QStringLiteral("\r\n1;15/01/2025;1;Colmado Ruiz;B11111111;100,00;21,00;"
+                                     "21,00;;;;121,00\r\n")))
+        << text.toStdString();
+}
+
 TEST_F(cliBooks, AWithholdingListDoesNotGoWithATicketsExercise) {
     open({"--kind", "TICKETS"});
     const Result r = book("sales", {"--irpf", "--text"});
@@ -119,6 +170,7 @@ TEST_F(cliBooks, WrongWordsAreUsageErrors) {
     open();
     for (const QStringList& words : {QStringList{"ledger", "--text"}, QStringList{"sales"},
                                      QStringList{"sales", "--text", "--pdf", "x.pdf"},
+                                     QStringList{"sales", "--xlsx", "x.xlsx", "--csv", "x.csv"},
                                      QStringList{"347", "--series", "abonos", "--text"},
                                      QStringList{"347", "--from", "1", "--text"},
                                      QStringList{"provisions", "--irpf", "--text"},

@@ -4,6 +4,7 @@
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/working_context.h"
+#include "report/report_helpers.h"
 #include "widgets/field_behaviour.h"
 #include "widgets/screen_style.h"
 
@@ -251,7 +252,7 @@ bool FormModelos::GuardarFichero() {
         dialogs_.stop(error);
         return false;
     }
-    const QString saved = fixedText(ctx_, "Fichero guardado: %1", "Fitxer desat: %1").arg(path);
+    const QString saved = report::savedText(ctx_, path);
     emit statusChanged(saved);
     dialogs_.information(saved);
     return true;
@@ -271,7 +272,7 @@ bool FormModelos::GuardarLibros() {
         dialogs_.stop(error);
         return false;
     }
-    const QString saved = fixedText(ctx_, "Fichero guardado: %1", "Fitxer desat: %1").arg(path);
+    const QString saved = report::savedText(ctx_, path);
     emit statusChanged(saved);
     dialogs_.information(saved);
     return true;

@@ -7,9 +7,11 @@
 #include "context/dialogs.h"
 #include "context/messages.h"
 #include "context/working_context.h"
+#include "report/report_helpers.h"
 #include "report/report_job.h"
 #include "report/report_output.h"
 #include "report/ui/qt_report_output.h"
+#include "report/ui/spreadsheet_path.h"
 #include "store/store_error.h"
 #include "widgets/field_behaviour.h"
 #include "widgets/screen_style.h"
@@ -56,6 +58,21 @@ void endWith(QVBoxLayout* layout, QPushButton* b) {
     row->addStretch(1);
     row->addWidget(b);
     layout->addLayout(row);
+}
+
+// The name a book's spreadsheet is proposed under, in Spanish and in Catalan.
+std::pair<const char*, const char*> bookFileName(Book book) {
+    switch (book) {
+        case Book::Sales:
+        case Book::SalesWithholding:
+            return {"ventas", "vendes"};
+        case Book::Provisions:
+            return {"suplidos", "suplerts"};
+        case Book::Declaration:
+            return {"347", "347"};
+        default:
+            return {"compras", "compres"};
+    }
 }
 
 }  // namespace
@@ -106,6 +123,9 @@ FormLLibres::FormLLibres(WorkingContext& ctx, Dialogs& dialogs, report::ReportJo
     body->setContentsMargins(10, 6, 10, 0);
     body->addWidget(TabStrip1_, 1);
     body->addWidget(destination());
+    askFilePath = [this](const QString& name) {
+        return report::askSpreadsheetPath(this, windowTitle(), name);
+    };
     layout->addLayout(body, 1);
 
     // A shop's exercise has no withholding lists.
@@ -340,6 +360,9 @@ QWidget* FormLLibres::destination() {
     h->setContentsMargins(0, 4, 0, 0);
     OpWindow = option("OpWindow", Missatge(ctx_, 1021), row);
     OPprinter = option("OPprinter", Missatge(ctx_, 1022), row);
+    OpHoja = option("OpHoja", fixedText(ctx_, "Hoja de cálculo", "Full de càlcul"), row);
+    OpHoja->setToolTip(
+        fixedText(ctx_, "Guardar el informe como XLSX o CSV", "Desar l'informe com a XLSX o CSV"));
     OpWindow->setChecked(true);
     data_fecha_impresion = named(new QDateEdit(QDate::currentDate(), row), "data_fecha_impresion");
     data_fecha_impresion->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
@@ -351,6 +374,7 @@ QWidget* FormLLibres::destination() {
     Prog->setMaximumHeight(12);
     h->addWidget(OpWindow);
     h->addWidget(OPprinter);
+    h->addWidget(OpHoja);
     h->addSpacing(16);
     h->addWidget(new QLabel(Missatge(ctx_, 6106).trimmed(), row));
     h->addWidget(data_fecha_impresion);
@@ -415,11 +439,32 @@ void FormLLibres::busy(const std::function<void()>& work) {
     }
 }
 
+bool FormLLibres::target(report::PrintRequest& print, const char* spanish, const char* catalan) {
+    if (!OpHoja->isChecked()) return true;
+    const QString path = askFilePath(fixedText(ctx_, spanish, catalan) + u'_' + ctx_.Exercici +
+                                     QStringLiteral(".xlsx"));
+    if (path.isEmpty()) return false;
+    print = report::spreadsheetRequest(path);
+    return true;
+}
+
+void FormLLibres::saved(const report::ReportResult& result, const report::PrintRequest& print) {
+    if (result.ok() && (print.destination == report::Destination::Xlsx ||
+                        print.destination == report::Destination::Csv))
+        dialogs_.information(report::savedText(ctx_, print.printFileName));
+}
+
 void FormLLibres::launch(Book book, books::BookRequest r) {
     // A refused period is told before anything else happens: no wait, nothing greyed.
     if (book != Book::Declaration && !books::checkPeriod(ctx_, dialogs_, r.fromMonth, r.toMonth))
         return;
-    busy([&] { books::launchBook(ctx_, dialogs_, job_, pointerFree_.get(), book, std::move(r)); });
+    const auto [spanish, catalan] = bookFileName(book);
+    if (!target(r.print, spanish, catalan)) return;
+    const report::PrintRequest print = r.print;
+    busy([&] {
+        saved(books::launchBook(ctx_, dialogs_, job_, pointerFree_.get(), book, std::move(r)),
+              print);
+    });
 }
 
 void FormLLibres::btnIVAs_simpli() {
@@ -461,9 +506,10 @@ void FormLLibres::btnMajorPro() {
     if (party->currentIndex() >= 0) l.party = party->currentData().toLongLong();
     l.printDate = r.printDate;
     l.print = r.print;
+    if (!target(l.print, "extracto", "extracte")) return;
     busy([&] {
         r.progress(10);
-        books::launchLedger(ctx_, dialogs_, job_, pointerFree_.get(), l);
+        saved(books::launchLedger(ctx_, dialogs_, job_, pointerFree_.get(), l), l.print);
     });
 }
 
@@ -476,22 +522,27 @@ void FormLLibres::btnPiG() {
     o.toMonth = r.toMonth;
     o.printDate = r.printDate;
     o.print = r.print;
+    if (!target(o.print, "explotacion", "explotacio")) return;
     busy([&] {
         r.progress(10);
-        books::launchOperatingStatement(ctx_, dialogs_, job_, pointerFree_.get(), o);
+        saved(books::launchOperatingStatement(ctx_, dialogs_, job_, pointerFree_.get(), o),
+              o.print);
     });
 }
 
 void FormLLibres::btnSaldos() {
-    const books::BookRequest r = request(OpIniciE, OpFinalE);
+    books::BookRequest r = request(OpIniciE, OpFinalE);
     // Without treasury control the refusal is told before anything greys.
     if (!ctx_.Tesoreria) {
         books::Genera_Saldos(ctx_, dialogs_);
         return;
     }
+    if (!target(r.print, "saldos", "saldos")) return;
     busy([&] {
         r.progress(10);
-        books::launchTrialBalance(ctx_, dialogs_, job_, pointerFree_.get(), r.printDate, r.print);
+        saved(books::launchTrialBalance(ctx_, dialogs_, job_, pointerFree_.get(), r.printDate,
+                                        r.print),
+              r.print);
     });
 }
 
@@ -509,12 +560,16 @@ void FormLLibres::printListing(bool customers) {
     const QRadioButton* domicile = customers ? Opclidom : OpProdom;
     l.kind = domicile->isChecked() ? books::ListingKind::Domicile : books::ListingKind::Contacts;
     l.printDate = r.printDate;
-    l.destination = r.print.destination;
+    report::PrintRequest print = r.print;
+    if (!target(print, customers ? "clientes" : "proveedores",
+                customers ? "clients" : "proveidors"))
+        return;
+    l.destination = print.destination;
+    l.printFileName = print.printFileName;
     busy([&] {
-        if (customers)
-            books::btnLListatClients(ctx_, dialogs_, job_, pointerFree_.get(), l);
-        else
-            books::btnLListatProv(ctx_, dialogs_, job_, pointerFree_.get(), l);
+        saved(customers ? books::btnLListatClients(ctx_, dialogs_, job_, pointerFree_.get(), l)
+                        : books::btnLListatProv(ctx_, dialogs_, job_, pointerFree_.get(), l),
+              print);
     });
 }
 

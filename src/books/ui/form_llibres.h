@@ -5,6 +5,10 @@
 // to the shell's window, so that nothing is posted while a book is built; its previews open
 // as windows of their own, which it does not block.
 //
+// The destination is the preview window (OpWindow), the printer (OPprinter) or a spreadsheet
+// (OpHoja): the report as its pages print it, saved as XLSX, or CSV for a path ending in
+// ".csv" (report/report_sheet.h), where askFilePath says; told once saved.
+//
 // A launch greys the tabs and the destination and shows the wait pointer until it is over,
 // however it ends; the print dialog it may open stays usable and shows the normal pointer.
 // A refused period is told first, with nothing greyed. btnMajorPro prints the extract of the
@@ -17,6 +21,7 @@
 
 #include <QDialog>
 
+#include <functional>
 #include <memory>
 
 class QButtonGroup;
@@ -32,7 +37,9 @@ class QTabWidget;
 namespace tallora {
 
 namespace report {
+struct PrintRequest;
 struct ReportJob;
+struct ReportResult;
 class ReportOutput;
 class QtReportOutput;
 }  // namespace report
@@ -46,6 +53,10 @@ public:
     ~FormLLibres() override;
 
     QTabWidget* TabStrip1() const { return TabStrip1_; }
+
+    // Asks where a spreadsheet goes, proposing the file name `name`; empty when cancelled.
+    // The save dialog by default; tests put their own.
+    std::function<QString(const QString& name)> askFilePath;
 
     // The buttons' actions.
     void btnIVAs_simpli();
@@ -70,6 +81,11 @@ private:
     books::Series series(const QButtonGroup* group) const;
     books::BookRequest request(const QComboBox* from, const QComboBox* to) const;
     void launch(books::Book book, books::BookRequest request);
+    // With OpHoja, `print` made the spreadsheet asked for, named after `spanish` or `catalan`
+    // and the year; false when no file is given. True with the other destinations.
+    bool target(report::PrintRequest& print, const char* spanish, const char* catalan);
+    // Tells where a spreadsheet went once saved.
+    void saved(const report::ReportResult& result, const report::PrintRequest& print);
     void btnMajorPro();
     void btnSaldos();
     void btnPiG();
@@ -97,7 +113,7 @@ private:
     QGroupBox *FrameExtCli, *FrameExtPro;
     QRadioButton *OpCliMayor, *OpCliFac, *OpProMayor, *OpProFac;
     QComboBox *CmbClients, *CmbProveidors;
-    QRadioButton *OpWindow, *OPprinter;
+    QRadioButton *OpWindow, *OPprinter, *OpHoja;
     QDateEdit* data_fecha_impresion;
     QProgressBar* Prog;
     QWidget* destination_ = nullptr;

@@ -182,6 +182,45 @@ private slots:
         QVERIFY(!QApplication::overrideCursor());
     }
 
+    void theSpreadsheetDestinationSavesWhereTheUserSaysAndTellsIt() {
+        Exercise x;
+        RecordingOutput output;
+        FormLLibres form(x.ctx, x.dialogs, x.job, &output);
+        QStringList proposed;
+        QString answer;
+        form.askFilePath = [&](const QString& name) {
+            proposed << name;
+            return answer;
+        };
+        child<QRadioButton>(&form, "OpHoja")->click();
+        // No file given: nothing is built.
+        child<QPushButton>(&form, "btn_llibre_IVAr")->click();
+        QCOMPARE(proposed, QStringList{QStringLiteral("ventas_2026.xlsx")});
+        QVERIFY(x.job.ReportFileName.isEmpty());
+        QVERIFY(x.dialogs.shown().empty());
+
+        answer = x.root.filePath(QStringLiteral("ventas.xlsx"));
+        child<QPushButton>(&form, "btn_llibre_IVAr")->click();
+        QVERIFY(!output.shown);
+        QFile xlsx(answer);
+        QVERIFY2(xlsx.open(QIODevice::ReadOnly), qPrintable(x.dialogs.lastText()));
+        QCOMPARE(xlsx.read(2), QByteArray("PK"));  // a zip, as every XLSX
+        QCOMPARE(x.dialogs.lastText(), QStringLiteral("Fichero guardado: ") + answer);
+        QVERIFY(form.TabStrip1()->isEnabled());
+        QVERIFY(!QApplication::overrideCursor());
+
+        // A path ending in .csv gives the CSV; the operating statement's name is proposed.
+        answer = x.root.filePath(QStringLiteral("explotacion.csv"));
+        child<QPushButton>(&form, "btnPiG")->click();
+        QCOMPARE(proposed.last(), QStringLiteral("explotacion_2026.xlsx"));
+        QFile csv(answer);
+        QVERIFY2(csv.open(QIODevice::ReadOnly), qPrintable(x.dialogs.lastText()));
+        const QByteArray text = csv.readAll();
+        QVERIFY(text.startsWith("\xEF\xBB\xBF"));
+        QVERIFY2(text.contains("Comercial Brenwick S.L."), text.constData());
+        QVERIFY(!output.shown);
+    }
+
     void eachPurchasesOptionGivesItsBook() {
         Exercise x;
         RecordingOutput output;
