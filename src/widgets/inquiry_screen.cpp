@@ -6,6 +6,7 @@
 #include "context/working_context.h"
 #include "entry_parts.h"
 #include "field_behaviour.h"
+#include "report/ui/spreadsheet_path.h"
 #include "screen_style.h"
 #include "store/store_error.h"
 
@@ -43,7 +44,14 @@ InquiryScreen::InquiryScreen(WorkingContext& ctx, Dialogs& dialogs, const QStrin
             [this] { Modificar(); });
     addTool(Toolbar5, QStringLiteral("Esborrar"), m(812), {}, [this] { Esborrar(); });
     addTool(Toolbar5, QStringLiteral("Imprimir"), fixedText(ctx_, "Imprimir", "Imprimir"), {},
-            [this] { print(); });
+            [this] { print({}); });
+    addTool(Toolbar5, QStringLiteral("Exportar"),
+            fixedText(ctx_, "Hoja de cálculo...", "Full de càlcul..."), {}, [this] { Exportar(); })
+        ->setToolTip(fixedText(ctx_, "Guardar la lista como hoja de cálculo (XLSX o CSV)",
+                               "Desar la llista com a full de càlcul (XLSX o CSV)"));
+    askFilePath = [this](const QString& name) {
+        return report::askSpreadsheetPath(this, windowTitle(), name);
+    };
     Toolbar5->addSeparator();
     addTool(Toolbar5, QStringLiteral("Cancela"), m(814), {}, [this] { closeScreen(); });
 
@@ -247,13 +255,23 @@ InquiryScreen::~InquiryScreen() {
         disconnect(w, nullptr, this, nullptr);
 }
 
-void InquiryScreen::printList(const std::function<void()>& run) {
+report::ReportResult InquiryScreen::printList(const std::function<report::ReportResult()>& run) {
+    report::ReportResult result;
     try {
-        run();
+        result = run();
     } catch (const store::StoreError& error) {
         showError(error.message());
     }
     Buscar();
+    return result;
+}
+
+void InquiryScreen::Exportar() {
+    QString name = windowTitle().simplified();
+    for (const QChar c : QStringLiteral("/\\:*?\"<>|")) name.remove(c);
+    const QString path = askFilePath(name + u'_' + ctx_.Exercici + QStringLiteral(".xlsx"));
+    if (path.isEmpty()) return;
+    if (print(report::spreadsheetRequest(path)).ok()) setStatus(report::savedText(ctx_, path));
 }
 
 void InquiryScreen::focusAfterSearch(QWidget* w) {

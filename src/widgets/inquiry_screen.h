@@ -1,6 +1,7 @@
 #pragma once
 // The frame of the inquiry screens (purchases, provisions and disbursements): the title band,
-// the tool buttons "Esborrar", "Buscar", "Modificar", "Imprimir", "Cancela", the date and
+// the tool buttons "Esborrar", "Buscar", "Modificar", "Imprimir", "Exportar" (the printed
+// list saved as a spreadsheet, XLSX or CSV: report/report_sheet.h), "Cancela", the date and
 // amount filters each with its reset button, the order options, the grid DbGrid1 and the
 // count and total under it (txtApunts, txtTotal).
 //
@@ -11,6 +12,7 @@
 // leaves the grid as it was.
 #include "context/fwd.h"
 #include "context/money.h"
+#include "report/report_helpers.h"
 #include "schema/inquiry_filter.h"
 
 #include <QDate>
@@ -57,6 +59,13 @@ public:
     void Esborrar();
     // Modificar: the selected row opened in its posting screen.
     void Modificar();
+    // Exportar: the list as Imprimir prints it, saved where askFilePath says; what it asks
+    // is XLSX unless the path ends in ".csv".
+    void Exportar();
+
+    // Asks where the spreadsheet goes, proposing `name`; empty when cancelled. The save
+    // dialog by default; tests put their own.
+    std::function<QString(const QString& name)> askFilePath;
 
     QTableWidget* grid() const { return DbGrid1; }
     // The number of the selected row; none without one.
@@ -90,7 +99,7 @@ protected:
     void hideTotal();
     // Imprimir's frame: `run` prints the list (which runs its own search), a fault of the
     // store shows its description, and the grid is searched again.
-    void printList(const std::function<void()>& run);
+    report::ReportResult printList(const std::function<report::ReportResult()>& run);
     // Where the focus goes after the search in course, instead of the control that ran it.
     void focusAfterSearch(QWidget* w);
     // The columns from `column` on hold amounts: right-aligned, each as wide as the last.
@@ -108,7 +117,8 @@ protected:
     virtual Result search() = 0;
     virtual QString deleteQuestion(const Row& row) const = 0;
     virtual bool remove(std::int64_t ordre) = 0;
-    virtual void print() = 0;
+    // The list printed, or saved as `request` says.
+    virtual report::ReportResult print(const report::PrintRequest& request) = 0;
     virtual void open(std::int64_t ordre) = 0;
 
     bool eventFilter(QObject* watched, QEvent* event) override;

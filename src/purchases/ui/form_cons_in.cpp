@@ -95,11 +95,11 @@ bool FormConsIN::remove(std::int64_t ordre) {
     return purchases::Esborra_Compra(ctx_, ordre);
 }
 
-void FormConsIN::print() {
-    if (!job_) return;
-    printList([this] {
-        purchases::Imprimir_Compres(ctx_, dialogs_, *job_, output_, filter(), {},
-                                    QDate::currentDate());
+report::ReportResult FormConsIN::print(const report::PrintRequest& request) {
+    if (!job_) return {};
+    return printList([&] {
+        return purchases::Imprimir_Compres(ctx_, dialogs_, *job_, output_, filter(), request,
+                                           QDate::currentDate());
     });
 }
 

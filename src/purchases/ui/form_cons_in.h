@@ -37,7 +37,7 @@ protected:
     Result search() override;
     QString deleteQuestion(const Row& row) const override;
     bool remove(std::int64_t ordre) override;
-    void print() override;
+    report::ReportResult print(const report::PrintRequest& request) override;
     void open(std::int64_t ordre) override;
     std::optional<Detail> detailOf(std::int64_t ordre) override;
 

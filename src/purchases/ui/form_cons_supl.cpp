@@ -81,11 +81,11 @@ bool FormConsSupl::remove(std::int64_t ordre) {
     return purchases::Esborra_Suplido(ctx_, ordre);
 }
 
-void FormConsSupl::print() {
-    if (!job_) return;
-    printList([this] {
-        purchases::Imprimir_Suplidos(ctx_, dialogs_, *job_, output_, filter(), {},
-                                     QDate::currentDate());
+report::ReportResult FormConsSupl::print(const report::PrintRequest& request) {
+    if (!job_) return {};
+    return printList([&] {
+        return purchases::Imprimir_Suplidos(ctx_, dialogs_, *job_, output_, filter(), request,
+                                            QDate::currentDate());
     });
 }
 

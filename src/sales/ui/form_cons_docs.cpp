@@ -87,11 +87,11 @@ bool FormConsDOCS::remove(std::int64_t id) {
     return sales::Esborra_Document(ctx_, type_, number->second, id) == 1;
 }
 
-void FormConsDOCS::print() {
-    if (!job_) return;
-    printList([this] {
-        sales::Imprimeix_Documents(ctx_, dialogs_, *job_, output_, type_, filter(), {},
-                                   QDate::currentDate());
+report::ReportResult FormConsDOCS::print(const report::PrintRequest& request) {
+    if (!job_) return {};
+    return printList([&] {
+        return sales::Imprimeix_Documents(ctx_, dialogs_, *job_, output_, type_, filter(), request,
+                                          QDate::currentDate());
     });
 }
 

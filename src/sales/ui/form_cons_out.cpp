@@ -109,10 +109,11 @@ bool FormConsOUT::remove(std::int64_t ordre) {
     return sales::Esborra_Venda(ctx_, ordre);
 }
 
-void FormConsOUT::print() {
-    if (!job_) return;
-    printList([this] {
-        sales::Imprimeix_Llista(ctx_, dialogs_, *job_, output_, filter(), {}, QDate::currentDate());
+report::ReportResult FormConsOUT::print(const report::PrintRequest& request) {
+    if (!job_) return {};
+    return printList([&] {
+        return sales::Imprimeix_Llista(ctx_, dialogs_, *job_, output_, filter(), request,
+                                       QDate::currentDate());
     });
 }
 

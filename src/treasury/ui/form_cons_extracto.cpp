@@ -244,18 +244,18 @@ void FormConsEXTRACTO::Devolucion() {
     Buscar();
 }
 
-void FormConsEXTRACTO::print() {
-    if (!job_) return;
+report::ReportResult FormConsEXTRACTO::print(const report::PrintRequest& request) {
+    if (!job_) return {};
     // The print runs the search first, which wants an account.
     if (!account()) {
         dialogs_.stop(Missatge(ctx_, 6750));
         CmbTesoreria->setFocus();
-        return;
+        return {};
     }
     const schema::DateAmountFilter dates = range();
-    printList([&] {
-        treasury::Imprimir_Extracto(ctx_, dialogs_, *job_, output_, account(), dates.from, dates.to,
-                                    {}, QDate::currentDate());
+    return printList([&] {
+        return treasury::Imprimir_Extracto(ctx_, dialogs_, *job_, output_, account(), dates.from,
+                                           dates.to, request, QDate::currentDate());
     });
 }
 

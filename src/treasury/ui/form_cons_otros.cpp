@@ -62,11 +62,11 @@ bool FormConsOtros::remove(std::int64_t asiento) {
     return true;
 }
 
-void FormConsOtros::print() {
-    if (!job_) return;
-    printList([this] {
-        treasury::Imprimir_Otros(ctx_, dialogs_, *job_, output_, filter(), {},
-                                 QDate::currentDate());
+report::ReportResult FormConsOtros::print(const report::PrintRequest& request) {
+    if (!job_) return {};
+    return printList([&] {
+        return treasury::Imprimir_Otros(ctx_, dialogs_, *job_, output_, filter(), request,
+                                        QDate::currentDate());
     });
 }
 

@@ -5,10 +5,12 @@
 #include "purchases/ui/form_cons_in.h"
 #include "purchases/ui/form_cons_supl.h"
 #include "purchases_screen.h"
+#include "report/report_job.h"
 #include "widgets/obre_ajuda.h"
 
 #include <QAction>
 #include <QDateEdit>
+#include <QFile>
 #include <QFrame>
 #include <QRadioButton>
 #include <QSignalSpy>
@@ -86,6 +88,7 @@ private slots:
     void modifyHandsTheNumberOver();
     void provisionsByTypeAndDeletion();
     void f1OpensTheInquiriesPage();
+    void exportSavesTheListAsItPrints();
 };
 
 void PurchaseInquiriesTest::searchesByEveryFilter() {
@@ -262,6 +265,41 @@ void PurchaseInquiriesTest::f1OpensTheInquiriesPage() {
     ui::setPageOpener({});
     QCOMPARE(opened, (QStringList{x.ctx.resourcesDir + "esp_help/5/5_1.html",
                                   x.ctx.resourcesDir + "esp_help/5/5_1.html"}));
+}
+
+void PurchaseInquiriesTest::exportSavesTheListAsItPrints() {
+    PurchasesScreen x;
+    postPurchases(x);
+    x.ctx.resourcesDir = QStringLiteral(TALLORA_SOURCE_DIR "/resources/");
+    report::ReportJob job;
+    FormConsIN form(x.ctx, x.dialogs, &job);
+    show(form);
+    auto* suppliers = child<QComboBox>(&form, "CmbProveidors");
+    suppliers->setCurrentIndex(suppliers->findText("Maderas Soler"));
+    emit suppliers->activated(suppliers->currentIndex());
+    QStringList proposed;
+    QString answer;
+    form.askFilePath = [&](const QString& name) {
+        proposed << name;
+        return answer;
+    };
+    // Cancelled: nothing is written.
+    form.tool(QStringLiteral("Exportar"))->trigger();
+    QCOMPARE(proposed.size(), 1);
+    QVERIFY(proposed[0].endsWith(QStringLiteral("_2026.xlsx")));
+    QVERIFY(job.ReportFileName.isEmpty());
+
+    answer = x.root.filePath(QStringLiteral("compras.csv"));
+    form.tool(QStringLiteral("Exportar"))->trigger();
+    QFile file(answer);
+    QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(x.dialogs.lastText()));
+    const QStringList lines = QString::fromUtf8(file.readAll()).split(QStringLiteral("\r\n"));
+    // The supplier's two purchases, not the other one, and their total.
+    QCOMPARE(lines.filter(QStringLiteral("MADERAS SOLER")).size(), 2);
+    QVERIFY(lines.filter(QStringLiteral("GESTORIA PUIG")).isEmpty());
+    QVERIFY2(lines.filter(QStringLiteral(";221,00")).size() == 1, qPrintable(lines.join(u'|')));
+    QCOMPARE(form.statusText(), QStringLiteral("Fichero guardado: ") + answer);
+    QCOMPARE(form.grid()->rowCount(), 2);  // searched again, as after printing
 }
 
 QTEST_MAIN(PurchaseInquiriesTest)
