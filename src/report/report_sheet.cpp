@@ -85,7 +85,7 @@ public:
         if (l_.reportFooter) band(*l_.reportFooter, {n - 1, levels_ - 1}, n);
         sheet.rows = std::move(rows_);
         for (const Column& c : columns_)
-            sheet.widths.push_back(std::max(c.date ? 11.0 : 8.0, c.width / dotsFromMm(1.9)));
+            sheet.widths.push_back(std::max(c.date ? 11.0 : 6.0, c.width / dotsFromMm(1.3)));
         return sheet;
     }
 

@@ -46,7 +46,7 @@ InquiryScreen::InquiryScreen(WorkingContext& ctx, Dialogs& dialogs, const QStrin
     addTool(Toolbar5, QStringLiteral("Imprimir"), fixedText(ctx_, "Imprimir", "Imprimir"), {},
             [this] { print({}); });
     addTool(Toolbar5, QStringLiteral("Exportar"),
-            fixedText(ctx_, "Hoja de cálculo...", "Full de càlcul..."), {}, [this] { Exportar(); })
+            fixedText(ctx_, "Hoja de cálculo", "Full de càlcul"), {}, [this] { Exportar(); })
         ->setToolTip(fixedText(ctx_, "Guardar la lista como hoja de cálculo (XLSX o CSV)",
                                "Desar la llista com a full de càlcul (XLSX o CSV)"));
     askFilePath = [this](const QString& name) {

@@ -448,7 +448,11 @@ bool FormLLibres::target(report::PrintRequest& print, const char* spanish, const
     return true;
 }
 
-void FormLLibres::saved(const report::ReportResult& result, const report::PrintRequest& print) {
+void FormLLibres::run(const report::PrintRequest& print,
+                      const std::function<report::ReportResult()>& work) {
+    report::ReportResult result;
+    busy([&] { result = work(); });
+    // Told once the form is back, without the wait pointer.
     if (result.ok() && (print.destination == report::Destination::Xlsx ||
                         print.destination == report::Destination::Csv))
         dialogs_.information(report::savedText(ctx_, print.printFileName));
@@ -461,9 +465,8 @@ void FormLLibres::launch(Book book, books::BookRequest r) {
     const auto [spanish, catalan] = bookFileName(book);
     if (!target(r.print, spanish, catalan)) return;
     const report::PrintRequest print = r.print;
-    busy([&] {
-        saved(books::launchBook(ctx_, dialogs_, job_, pointerFree_.get(), book, std::move(r)),
-              print);
+    run(print, [&] {
+        return books::launchBook(ctx_, dialogs_, job_, pointerFree_.get(), book, std::move(r));
     });
 }
 
@@ -507,9 +510,9 @@ void FormLLibres::btnMajorPro() {
     l.printDate = r.printDate;
     l.print = r.print;
     if (!target(l.print, "extracto", "extracte")) return;
-    busy([&] {
+    run(l.print, [&] {
         r.progress(10);
-        saved(books::launchLedger(ctx_, dialogs_, job_, pointerFree_.get(), l), l.print);
+        return books::launchLedger(ctx_, dialogs_, job_, pointerFree_.get(), l);
     });
 }
 
@@ -523,10 +526,9 @@ void FormLLibres::btnPiG() {
     o.printDate = r.printDate;
     o.print = r.print;
     if (!target(o.print, "explotacion", "explotacio")) return;
-    busy([&] {
+    run(o.print, [&] {
         r.progress(10);
-        saved(books::launchOperatingStatement(ctx_, dialogs_, job_, pointerFree_.get(), o),
-              o.print);
+        return books::launchOperatingStatement(ctx_, dialogs_, job_, pointerFree_.get(), o);
     });
 }
 
@@ -538,11 +540,10 @@ void FormLLibres::btnSaldos() {
         return;
     }
     if (!target(r.print, "saldos", "saldos")) return;
-    busy([&] {
+    run(r.print, [&] {
         r.progress(10);
-        saved(books::launchTrialBalance(ctx_, dialogs_, job_, pointerFree_.get(), r.printDate,
-                                        r.print),
-              r.print);
+        return books::launchTrialBalance(ctx_, dialogs_, job_, pointerFree_.get(), r.printDate,
+                                         r.print);
     });
 }
 
@@ -566,10 +567,9 @@ void FormLLibres::printListing(bool customers) {
         return;
     l.destination = print.destination;
     l.printFileName = print.printFileName;
-    busy([&] {
-        saved(customers ? books::btnLListatClients(ctx_, dialogs_, job_, pointerFree_.get(), l)
-                        : books::btnLListatProv(ctx_, dialogs_, job_, pointerFree_.get(), l),
-              print);
+    run(print, [&] {
+        return customers ? books::btnLListatClients(ctx_, dialogs_, job_, pointerFree_.get(), l)
+                         : books::btnLListatProv(ctx_, dialogs_, job_, pointerFree_.get(), l);
     });
 }
 

@@ -84,8 +84,8 @@ private:
     // With OpHoja, `print` made the spreadsheet asked for, named after `spanish` or `catalan`
     // and the year; false when no file is given. True with the other destinations.
     bool target(report::PrintRequest& print, const char* spanish, const char* catalan);
-    // Tells where a spreadsheet went once saved.
-    void saved(const report::ReportResult& result, const report::PrintRequest& print);
+    // busy(work), then, once the form is back, tells where a spreadsheet went.
+    void run(const report::PrintRequest& print, const std::function<report::ReportResult()>& work);
     void btnMajorPro();
     void btnSaldos();
     void btnPiG();
