@@ -23,14 +23,8 @@ namespace {
 class EngineTest : public ::testing::Test {
 protected:
     ReportJob job(const char* layout, int rows = 120) {
-        ReportJob j;
-        j.ReportFileName =
-            sourcePath(QStringLiteral("tests/data/reports/engine/%1").arg(QLatin1String(layout)));
-        j.DataFiles[0] = tallora::testing::makeMoviments(
-            f.file(QStringLiteral("moviments%1.mdb").arg(++made_)), rows);
-        j.Formulas[0] = QStringLiteral("titol= 'Movimientos'");
-        j.Formulas[1] = QStringLiteral("lbl_pagina= 'Página'");
-        return j;
+        return tallora::testing::movimentsJob(
+            layout, f.file(QStringLiteral("moviments%1.mdb").arg(++made_)), rows);
     }
     // The texts of a page that start with `prefix`.
     static QStringList starting(const RenderedReport& r, int page, const QString& prefix) {

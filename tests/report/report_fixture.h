@@ -105,6 +105,18 @@ inline QString makeMoviments(const QString& path, int rows) {
     return path;
 }
 
+// A job of the engine's test layout `layout` (tests/data/reports/engine/) on `rows` movements
+// written to `data`, titled "Movimientos".
+inline report::ReportJob movimentsJob(const char* layout, const QString& data, int rows) {
+    report::ReportJob j;
+    j.ReportFileName =
+        sourcePath(QStringLiteral("tests/data/reports/engine/%1").arg(QLatin1String(layout)));
+    j.DataFiles[0] = makeMoviments(data, rows);
+    j.Formulas[0] = QStringLiteral("titol= 'Movimientos'");
+    j.Formulas[1] = QStringLiteral("lbl_pagina= 'Página'");
+    return j;
+}
+
 // The formulas a job was given, in their order.
 inline QStringList formulasOf(const report::ReportJob& job) {
     QStringList out;

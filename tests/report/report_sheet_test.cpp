@@ -16,21 +16,22 @@
 using namespace tallora;
 using namespace tallora::report;
 using tallora::testing::ReportFixture;
-using tallora::testing::sourcePath;
 
 namespace {
 
 class ReportSheetTest : public ::testing::Test {
 protected:
     ReportJob job(const char* layout, int rows) {
-        ReportJob j;
-        j.ReportFileName =
-            sourcePath(QStringLiteral("tests/data/reports/engine/%1").arg(QLatin1String(layout)));
-        j.DataFiles[0] = tallora::testing::makeMoviments(
-            f.file(QStringLiteral("moviments%1.mdb").arg(++made_)), rows);
-        j.Formulas[0] = QStringLiteral("titol= 'Movimientos'");
-        j.Formulas[1] = QStringLiteral("lbl_pagina= 'Página'");
+        ReportJob j = tallora::testing::movimentsJob(
+            layout, f.file(QStringLiteral("moviments%1.mdb").arg(++made_)), rows);
         j.WindowTitle = QStringLiteral("Movimientos: [marzo]");
+        return j;
+    }
+    // The three movements of plain.rpt, to be saved as `destination` at `name` in the unit.
+    ReportJob saved(int destination, const char* name) {
+        ReportJob j = job("plain.rpt", 3);
+        j.Destination = destination;
+        j.PrintFileName = f.file(QString::fromLatin1(name));
         return j;
     }
 
@@ -84,9 +85,7 @@ TEST_F(ReportSheetTest, GroupsDetailsAndSumsStandUnderTheirColumns) {
 }
 
 TEST_F(ReportSheetTest, TheXlsxHoldsNumbersAndDatesAsAReaderSeesThem) {
-    ReportJob j = job("plain.rpt", 3);
-    j.Destination = Destination::Xlsx;
-    j.PrintFileName = f.file(QStringLiteral("plain.xlsx"));
+    const ReportJob j = saved(Destination::Xlsx, "plain.xlsx");
     ScriptedDialogs dialogs;
     const ReportResult result = j.Action(f.ctx, dialogs);
     ASSERT_TRUE(result.ok()) << result.error.toStdString();
@@ -115,9 +114,7 @@ TEST_F(ReportSheetTest, TheXlsxHoldsNumbersAndDatesAsAReaderSeesThem) {
 }
 
 TEST_F(ReportSheetTest, TheCsvHoldsTheSameCellsWithTheExercisesDecimalMark) {
-    ReportJob j = job("plain.rpt", 3);
-    j.Destination = Destination::Csv;
-    j.PrintFileName = f.file(QStringLiteral("plain.csv"));
+    const ReportJob j = saved(Destination::Csv, "plain.csv");
     ScriptedDialogs dialogs;
     ASSERT_TRUE(j.Action(f.ctx, dialogs).ok());
     QFile file(j.PrintFileName);
@@ -131,9 +128,7 @@ TEST_F(ReportSheetTest, TheCsvHoldsTheSameCellsWithTheExercisesDecimalMark) {
 }
 
 TEST_F(ReportSheetTest, AFileThatCannotBeWrittenIsToldAndNothingIsLeft) {
-    ReportJob j = job("plain.rpt", 3);
-    j.Destination = Destination::Xlsx;
-    j.PrintFileName = f.file(QStringLiteral("no-such-folder/plain.xlsx"));
+    const ReportJob j = saved(Destination::Xlsx, "no-such-folder/plain.xlsx");
     ScriptedDialogs dialogs;
     const ReportResult result = j.Action(f.ctx, dialogs);
     EXPECT_EQ(result.status, ReportResult::Status::Failed);
