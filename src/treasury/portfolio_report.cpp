@@ -60,9 +60,14 @@ report::ReportResult Imprimeix_Recibos(const WorkingContext& ctx, Dialogs& dialo
                                        report::ReportJob& job, report::ReportOutput* output,
                                        const PortfolioPrint& print) {
     const report::ReportResult cancelled{report::ReportResult::Status::Cancelled, {}, 0};
-    if (dialogs.yesNo(Missatge(ctx, 6687) + tabName(ctx, print.filter.tab)) != Dialogs::Answer::Yes)
-        return cancelled;
-    if (!report::Hi_Ha_Impressora(ctx, dialogs)) return cancelled;
+    const bool sheet = print.destination == report::Destination::Xlsx ||
+                       print.destination == report::Destination::Csv;
+    if (!sheet) {
+        if (dialogs.yesNo(Missatge(ctx, 6687) + tabName(ctx, print.filter.tab)) !=
+            Dialogs::Answer::Yes)
+            return cancelled;
+        if (!report::Hi_Ha_Impressora(ctx, dialogs)) return cancelled;
+    }
     report::Neteja_Informe(job);
     fillPortfolioReport(job, ctx, print);
     job.WindowTitle = Missatge(ctx, 6680) + QStringLiteral(": ") + tabName(ctx, print.filter.tab);

@@ -25,7 +25,7 @@ struct PortfolioPrint {
     bool grupo = false;  // OpGrupo
     QDate printDate;
     int destination = report::Destination::Window;
-    QString printFileName;  // with Destination::File
+    QString printFileName;  // with Destination::File, Xlsx and Csv
 };
 
 // ReportFileName, DataFiles, Formulas, SortFields and SelectionFormula of the list, on a
@@ -35,7 +35,8 @@ void fillPortfolioReport(report::ReportJob& job, const WorkingContext& ctx,
 
 // The question 6687 with the tab's name; on Yes Hi_Ha_Impressora, Neteja_Informe, the job,
 // its window title, destination and margins, and Action. Cancelled on No or without a
-// printer.
+// printer. Saved as a spreadsheet (Destination::Xlsx, Csv), the list is neither asked about
+// nor needs a printer: the file chosen is the user's answer.
 report::ReportResult Imprimeix_Recibos(const WorkingContext& ctx, Dialogs& dialogs,
                                        report::ReportJob& job, report::ReportOutput* output,
                                        const PortfolioPrint& print);

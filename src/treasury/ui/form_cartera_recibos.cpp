@@ -4,7 +4,9 @@
 #include "context/messages.h"
 #include "context/working_context.h"
 #include "portfolio_model.h"
+#include "report/report_helpers.h"
 #include "report/report_job.h"
+#include "report/ui/spreadsheet_path.h"
 #include "store/store_error.h"
 #include "treasury/portfolio_report.h"
 #include "widgets/field_behaviour.h"
@@ -43,6 +45,14 @@ FormCarteraRecibos::FormCarteraRecibos(WorkingContext& ctx, Dialogs& dialogs,
     ui::addTool(Toolbar_, QStringLiteral("Imprimir"),
                 fixed(QStringLiteral("Imprimir"), QStringLiteral("Imprimir")), {},
                 [this] { Imprimeix_Recibos(); });
+    ui::addTool(Toolbar_, QStringLiteral("Exportar"),
+                fixed(QStringLiteral("Hoja de cálculo"), QStringLiteral("Full de càlcul")), {},
+                [this] { Exportar(); })
+        ->setToolTip(fixed(QStringLiteral("Guardar la lista como hoja de cálculo (XLSX o CSV)"),
+                           QStringLiteral("Desar la llista com a full de càlcul (XLSX o CSV)")));
+    askFilePath = [this](const QString& name) {
+        return report::askSpreadsheetPath(this, windowTitle(), name);
+    };
     Toolbar_->addSeparator();
     QAction* close = ui::addTool(Toolbar_, QStringLiteral("Cancela"), Missatge(ctx_, 308), {},
                                  [this] { closeScreen(); });
@@ -279,12 +289,25 @@ void FormCarteraRecibos::Treu_Recibo() {
 }
 
 void FormCarteraRecibos::Imprimeix_Recibos() {
+    listReceipts(report::Destination::Window);
+}
+
+void FormCarteraRecibos::Exportar() {
+    const QString path = askFilePath(fixed(QStringLiteral("cartera"), QStringLiteral("cartera")) +
+                                     u'_' + ctx_.Exercici + QStringLiteral(".xlsx"));
+    if (path.isEmpty()) return;
+    const report::PrintRequest request = report::spreadsheetRequest(path);
+    if (listReceipts(request.destination, path).ok()) setStatus(report::savedText(ctx_, path));
+}
+
+report::ReportResult FormCarteraRecibos::listReceipts(int destination, const QString& file) {
     treasury::PortfolioPrint print;
     print.filter = filter();
     print.grupo = OpGrupo_->isChecked();
     print.printDate = QDate::currentDate();
-    print.destination = report::Destination::Window;
-    treasury::Imprimeix_Recibos(ctx_, dialogs_, job_, output_, print);
+    print.destination = destination;
+    print.printFileName = file;
+    return treasury::Imprimeix_Recibos(ctx_, dialogs_, job_, output_, print);
 }
 
 void FormCarteraRecibos::tabChanged() {

@@ -1,7 +1,8 @@
 #pragma once
 // FormCarteraRecibos: the portfolio of receipts, one tab for the customers' receipts and one
 // for the suppliers' payments, the receipts of one party or of all, in date or due-date
-// order, the totals still due, taking a receipt out and the printed list.
+// order, the totals still due, taking a receipt out and the printed list, also saved as a
+// spreadsheet (XLSX or CSV) by the tool "Exportar".
 //
 // Any change of tab, order, grouping or party refills the grid. A fault of the store shows
 // its description in a box and leaves the grid as it was. Delete (or btnQuitar) takes the
@@ -11,6 +12,8 @@
 
 #include <QString>
 #include <QWidget>
+
+#include <functional>
 
 class QAction;
 class QCheckBox;
@@ -26,6 +29,7 @@ namespace tallora {
 
 namespace report {
 struct ReportJob;
+struct ReportResult;
 class ReportOutput;
 }  // namespace report
 
@@ -48,9 +52,15 @@ public:
     void Treu_Recibo();
     // The printed list of the tab, after the question.
     void Imprimeix_Recibos();
+    // The same list saved where askFilePath says: XLSX, or CSV for a path ending in ".csv".
+    void Exportar();
+
+    // Asks where the spreadsheet goes, proposing `name`; empty when cancelled. The save
+    // dialog by default; tests put their own.
+    std::function<QString(const QString& name)> askFilePath;
 
     PortfolioModel* model() const { return model_; }
-    // The tool button of that key: "Imprimir", "Cancela".
+    // The tool button of that key: "Imprimir", "Exportar", "Cancela".
     QAction* tool(const QString& key) const;
     // The text this screen last put in the status panel.
     QString statusText() const { return status_; }
@@ -71,6 +81,8 @@ private:
     treasury::PortfolioFilter filter() const;
     void setStatus(const QString& text);
     void closeScreen();
+    // The list of the tab to `destination` (a file's with `file`).
+    report::ReportResult listReceipts(int destination, const QString& file = {});
     QString fixed(const QString& spanish, const QString& catalan) const;
 
     WorkingContext& ctx_;

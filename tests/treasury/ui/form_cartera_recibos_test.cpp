@@ -295,6 +295,36 @@ private slots:
         QVERIFY(!texts.contains(QStringLiteral("Bar Centre")));
     }
 
+    void exportSavesTheListOfTheTabWithoutAskingOrPrinting() {
+        Exercise x;
+        RecordingOutput output;
+        FormCarteraRecibos form(x.ctx, x.dialogs, x.job, &output);
+        form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        QStringList proposed;
+        QString answer;
+        form.askFilePath = [&](const QString& name) {
+            proposed << name;
+            return answer;
+        };
+        child<QTabBar>(&form, "TabStrip1")->setCurrentIndex(1);
+        clickTool(&form, "Toolbar", "Exportar");  // no file given: nothing happens
+        QCOMPARE(proposed, QStringList{QStringLiteral("cartera_2026.xlsx")});
+        QVERIFY(x.job.ReportFileName.isEmpty());
+
+        answer = x.root.filePath(QStringLiteral("pagos.csv"));
+        clickTool(&form, "Toolbar", "Exportar");
+        QVERIFY(!output.shown);
+        QVERIFY2(x.dialogs.shown().empty(), qPrintable(x.dialogs.lastText()));
+        QFile file(answer);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(file.readAll());
+        QVERIFY2(text.contains(QStringLiteral("Paperera Vic")), qPrintable(text));
+        QVERIFY(text.contains(QStringLiteral("272,25")));
+        QVERIFY(!text.contains(QStringLiteral("Bar Centre")));
+        QCOMPARE(form.statusText(), QStringLiteral("Fichero guardado: ") + answer);
+    }
+
     void escClosesWithItsStatusAndF1OpensTheHelp() {
         Exercise x;
         QString opened;
