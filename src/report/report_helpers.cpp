@@ -74,6 +74,11 @@ PrintRequest spreadsheetRequest(const QString& path) {
     return {csv ? Destination::Csv : Destination::Xlsx, path};
 }
 
+QString spreadsheetFileName(const WorkingContext& ctx, QString name) {
+    for (const QChar c : QStringLiteral("/\\:*?\"<>|")) name.remove(c);
+    return name.simplified() + u'_' + ctx.Exercici + QStringLiteral(".xlsx");
+}
+
 QString savedText(const WorkingContext& ctx, const QString& path) {
     return fixedText(ctx, "Fichero guardado: %1", "Fitxer desat: %1").arg(path);
 }
@@ -82,9 +87,8 @@ ReportResult runReport(const WorkingContext& ctx, Dialogs& dialogs, ReportJob& j
                        ReportOutput* output, const PrintRequest& request,
                        const QString& windowTitle, const std::function<void(ReportJob&)>& fill) {
     // A spreadsheet needs no printer.
-    const bool sheet =
-        request.destination == Destination::Xlsx || request.destination == Destination::Csv;
-    if (!sheet && !Hi_Ha_Impressora(ctx, dialogs)) return {ReportResult::Status::Cancelled, {}, 0};
+    if (!Destination::isSpreadsheet(request.destination) && !Hi_Ha_Impressora(ctx, dialogs))
+        return {ReportResult::Status::Cancelled, {}, 0};
     Neteja_Informe(job);
     // A list orders its rows by its layout or by what `fill` says, never by the sort fields
     // another report left in the shared job.

@@ -51,6 +51,10 @@ struct PrintRequest {
 // The request that saves a list as a spreadsheet at `path`: CSV for a ".csv" file, else XLSX.
 PrintRequest spreadsheetRequest(const QString& path);
 
+// The file name a list's spreadsheet is proposed under: `name` without the characters a file
+// name cannot hold, the exercise's year and ".xlsx" ("ventas_2026.xlsx").
+QString spreadsheetFileName(const WorkingContext& ctx, QString name);
+
 // What a screen tells once a file is saved: "Fichero guardado: <path>".
 QString savedText(const WorkingContext& ctx, const QString& path);
 

@@ -122,10 +122,6 @@ std::unique_ptr<BoundReport> bind(const ReportJob& job) {
     return r;
 }
 
-bool spreadsheet(int destination) {
-    return destination == Destination::Xlsx || destination == Destination::Csv;
-}
-
 }  // namespace
 
 RenderedReport renderReport(const ReportJob& job, const WorkingContext& ctx) {
@@ -148,7 +144,7 @@ ReportResult ReportJob::Action(const WorkingContext& ctx, Dialogs& dialogs,
     try {
         if (Destination < Destination::Window || Destination > Destination::Csv)
             throw ReportError(QStringLiteral("unknown destination %1").arg(Destination));
-        if (spreadsheet(Destination)) {
+        if (Destination::isSpreadsheet(Destination)) {
             const Sheet sheet = reportSheet(*this, ctx);
             const QString error = Destination == Destination::Xlsx
                                       ? writeXlsx(PrintFileName, {sheet})

@@ -33,6 +33,11 @@ inline constexpr int Printer = 1;  // the print dialog and a printer, through Re
 inline constexpr int File = 2;     // a PDF file at PrintFileName
 inline constexpr int Xlsx = 3;     // a spreadsheet (report_sheet.h) at PrintFileName
 inline constexpr int Csv = 4;      // the same sheet as CSV at PrintFileName
+
+// Xlsx or Csv: a file, no printer, no preview.
+inline bool isSpreadsheet(int destination) {
+    return destination == Xlsx || destination == Csv;
+}
 }  // namespace Destination
 
 struct ReportResult {

@@ -60,9 +60,7 @@ report::ReportResult Imprimeix_Recibos(const WorkingContext& ctx, Dialogs& dialo
                                        report::ReportJob& job, report::ReportOutput* output,
                                        const PortfolioPrint& print) {
     const report::ReportResult cancelled{report::ReportResult::Status::Cancelled, {}, 0};
-    const bool sheet = print.destination == report::Destination::Xlsx ||
-                       print.destination == report::Destination::Csv;
-    if (!sheet) {
+    if (!report::Destination::isSpreadsheet(print.destination)) {
         if (dialogs.yesNo(Missatge(ctx, 6687) + tabName(ctx, print.filter.tab)) !=
             Dialogs::Answer::Yes)
             return cancelled;

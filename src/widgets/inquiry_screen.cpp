@@ -45,10 +45,7 @@ InquiryScreen::InquiryScreen(WorkingContext& ctx, Dialogs& dialogs, const QStrin
     addTool(Toolbar5, QStringLiteral("Esborrar"), m(812), {}, [this] { Esborrar(); });
     addTool(Toolbar5, QStringLiteral("Imprimir"), fixedText(ctx_, "Imprimir", "Imprimir"), {},
             [this] { print({}); });
-    addTool(Toolbar5, QStringLiteral("Exportar"),
-            fixedText(ctx_, "Hoja de cálculo", "Full de càlcul"), {}, [this] { Exportar(); })
-        ->setToolTip(fixedText(ctx_, "Guardar la lista como hoja de cálculo (XLSX o CSV)",
-                               "Desar la llista com a full de càlcul (XLSX o CSV)"));
+    addSpreadsheetTool(Toolbar5, ctx_, [this] { Exportar(); });
     askFilePath = [this](const QString& name) {
         return report::askSpreadsheetPath(this, windowTitle(), name);
     };
@@ -267,9 +264,7 @@ report::ReportResult InquiryScreen::printList(const std::function<report::Report
 }
 
 void InquiryScreen::Exportar() {
-    QString name = windowTitle().simplified();
-    for (const QChar c : QStringLiteral("/\\:*?\"<>|")) name.remove(c);
-    const QString path = askFilePath(name + u'_' + ctx_.Exercici + QStringLiteral(".xlsx"));
+    const QString path = askFilePath(report::spreadsheetFileName(ctx_, windowTitle()));
     if (path.isEmpty()) return;
     if (print(report::spreadsheetRequest(path)).ok()) setStatus(report::savedText(ctx_, path));
 }

@@ -1,5 +1,7 @@
 #include "screen_style.h"
 
+#include "context/messages.h"
+
 #include <QAction>
 #include <QFrame>
 #include <QHBoxLayout>
@@ -68,6 +70,16 @@ QAction* addTool(QToolBar* bar, const QString& key, const QString& caption,
             QStringLiteral("%1 (%2)").arg(caption, shortcut.toString(QKeySequence::NativeText)));
     }
     QObject::connect(a, &QAction::triggered, bar, std::move(action));
+    return a;
+}
+
+QAction* addSpreadsheetTool(QToolBar* bar, const WorkingContext& ctx,
+                            std::function<void()> action) {
+    QAction* a =
+        addTool(bar, QStringLiteral("Exportar"),
+                fixedText(ctx, "Hoja de cálculo", "Full de càlcul"), {}, std::move(action));
+    a->setToolTip(fixedText(ctx, "Guardar la lista como hoja de cálculo (XLSX o CSV)",
+                            "Desar la llista com a full de càlcul (XLSX o CSV)"));
     return a;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 // The look the screens share: the title band and the tool buttons by key.
+#include "context/fwd.h"
+
 #include <QKeySequence>
 #include <QString>
 
@@ -40,6 +42,10 @@ QWidget* bandTitle(const QString& title, const QString& right, QWidget* parent,
 // shortcut shown in its tip, and what it does.
 QAction* addTool(QToolBar* bar, const QString& key, const QString& caption,
                  const QKeySequence& shortcut, std::function<void()> action);
+
+// The tool "Exportar" that saves a screen's list as a spreadsheet, captioned and explained
+// in the language of `ctx`.
+QAction* addSpreadsheetTool(QToolBar* bar, const WorkingContext& ctx, std::function<void()> action);
 
 // From the keyboard the tabs of `tabs` turn with Ctrl+Tab and Ctrl+PgDown, and back with
 // Ctrl+Shift+Tab and Ctrl+PgUp, whatever field of `form` has the focus (a list would

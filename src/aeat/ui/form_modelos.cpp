@@ -248,7 +248,11 @@ bool FormModelos::GuardarFichero() {
     if (!aeat::modelHasFile(figures_.model)) return false;
     const QString path = askFilePath(aeat::modelFileName(ctx_, figures_));
     if (path.isEmpty()) return false;
-    if (const QString error = aeat::writeModelFile(ctx_, figures_, path); !error.isEmpty()) {
+    return told(aeat::writeModelFile(ctx_, figures_, path), path);
+}
+
+bool FormModelos::told(const QString& error, const QString& path) {
+    if (!error.isEmpty()) {
         dialogs_.stop(error);
         return false;
     }
@@ -268,14 +272,7 @@ bool FormModelos::GuardarLibros() {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     const QString error = aeat::writeAeatBooks(ctx_, request, path);
     QApplication::restoreOverrideCursor();
-    if (!error.isEmpty()) {
-        dialogs_.stop(error);
-        return false;
-    }
-    const QString saved = report::savedText(ctx_, path);
-    emit statusChanged(saved);
-    dialogs_.information(saved);
-    return true;
+    return told(error, path);
 }
 
 void FormModelos::fillDocument(QTextDocument& document) const {

@@ -50,6 +50,8 @@ signals:
     void statusChanged(const QString& text);
 
 private:
+    // `error` shown, or, without one, where the file at `path` went: true when saved.
+    bool told(const QString& error, const QString& path);
     aeat::Model model() const;
     void fillPeriods();
     void showFigures();

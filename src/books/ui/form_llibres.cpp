@@ -441,8 +441,8 @@ void FormLLibres::busy(const std::function<void()>& work) {
 
 bool FormLLibres::target(report::PrintRequest& print, const char* spanish, const char* catalan) {
     if (!OpHoja->isChecked()) return true;
-    const QString path = askFilePath(fixedText(ctx_, spanish, catalan) + u'_' + ctx_.Exercici +
-                                     QStringLiteral(".xlsx"));
+    const QString path =
+        askFilePath(report::spreadsheetFileName(ctx_, fixedText(ctx_, spanish, catalan)));
     if (path.isEmpty()) return false;
     print = report::spreadsheetRequest(path);
     return true;
@@ -453,8 +453,7 @@ void FormLLibres::run(const report::PrintRequest& print,
     report::ReportResult result;
     busy([&] { result = work(); });
     // Told once the form is back, without the wait pointer.
-    if (result.ok() && (print.destination == report::Destination::Xlsx ||
-                        print.destination == report::Destination::Csv))
+    if (result.ok() && report::Destination::isSpreadsheet(print.destination))
         dialogs_.information(report::savedText(ctx_, print.printFileName));
 }
 

@@ -45,11 +45,7 @@ FormCarteraRecibos::FormCarteraRecibos(WorkingContext& ctx, Dialogs& dialogs,
     ui::addTool(Toolbar_, QStringLiteral("Imprimir"),
                 fixed(QStringLiteral("Imprimir"), QStringLiteral("Imprimir")), {},
                 [this] { Imprimeix_Recibos(); });
-    ui::addTool(Toolbar_, QStringLiteral("Exportar"),
-                fixed(QStringLiteral("Hoja de cálculo"), QStringLiteral("Full de càlcul")), {},
-                [this] { Exportar(); })
-        ->setToolTip(fixed(QStringLiteral("Guardar la lista como hoja de cálculo (XLSX o CSV)"),
-                           QStringLiteral("Desar la llista com a full de càlcul (XLSX o CSV)")));
+    ui::addSpreadsheetTool(Toolbar_, ctx_, [this] { Exportar(); });
     askFilePath = [this](const QString& name) {
         return report::askSpreadsheetPath(this, windowTitle(), name);
     };
@@ -293,8 +289,7 @@ void FormCarteraRecibos::Imprimeix_Recibos() {
 }
 
 void FormCarteraRecibos::Exportar() {
-    const QString path = askFilePath(fixed(QStringLiteral("cartera"), QStringLiteral("cartera")) +
-                                     u'_' + ctx_.Exercici + QStringLiteral(".xlsx"));
+    const QString path = askFilePath(report::spreadsheetFileName(ctx_, QStringLiteral("cartera")));
     if (path.isEmpty()) return;
     const report::PrintRequest request = report::spreadsheetRequest(path);
     if (listReceipts(request.destination, path).ok()) setStatus(report::savedText(ctx_, path));
